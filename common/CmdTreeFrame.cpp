@@ -1,0 +1,73 @@
+#include "CmdTreeFrame.h"
+
+#include "CommandItems.h"
+#include "Vlapputils.h"
+#include "Vlerrors.h"
+#include "Vltext.h"
+
+#include <QCoreApplication>
+
+TCmdTreeFrame::TCmdTreeFrame(QWidget* parent) : TDragScrollTree(parent) {}
+
+TCmdTreeFrame::~TCmdTreeFrame()
+{
+    // At the end of the application the host takes the manager down first.
+    if (m_listening && !QCoreApplication::closingDown() && UserManager())
+        UserManager()->RemoveListener(this, &TCmdTreeFrame::HandleProjectChange);
+}
+
+bool TCmdTreeFrame::QueryInterface(const TGuid& iid, void** result)
+{
+    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
+    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
+    return known;
+}
+
+void TCmdTreeFrame::RequestData(const QVariant&, QVariant& out)
+{
+    out = QVariant();
+}
+
+void TCmdTreeFrame::ExecuteCmd(const char* command, bool& handled)
+{
+    handled = true;
+    BeginCommand();
+    WalkCommandItems(TURLName(CommandText(command)), [this](const QString& key, const QString& value) {
+        if (SameText(key, u"color"))
+            ApplyColor(this, QPalette::Text, StrToColorDef(value, DefaultColor));
+        else if (SameText(key, u"bgcolor"))
+            ApplyColor(this, QPalette::Base, StrToColorDef(value, WindowColor));
+        else
+            ApplyCommandItem(key, value);
+    });
+    FinishCommand();
+}
+
+void TCmdTreeFrame::QueryCmd(const char*, bool& accepted)
+{
+    accepted = true;
+}
+
+void TCmdTreeFrame::SetProjectListener(const QString& path)
+{
+    if (m_listening || !UserManager() || !TUserManager::DependsOnProject(path))
+        return;
+    UserManager()->AddListener(this, &TCmdTreeFrame::HandleProjectChange);
+    m_listening = true;
+}
+
+QString TCmdTreeFrame::DecodePath(const QString& path)
+{
+    return ToPackagePath(UserManager() ? UserManager()->DecodeVars(path) : path);
+}
+
+QString TCmdTreeFrame::ExpandPath(const QString& path)
+{
+    return UserManager() ? UserManager()->EnvToFilePath(path) : ToPackagePath(ExpandEnvStrings(path));
+}
+
+void TCmdTreeFrame::HandleProjectChange(QObject* sender, TUserProperty, const QString&)
+{
+    if (sender == UserManager() && UserManager()->GetActiveProject())
+        Guarded([this] { ReloadForProject(); });
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Folders.h"
+#include "FoldersCommon.h"
+#include "Userman.h"
+#include "Vlcolors.h"
+#include "Vldragscrolltree.h"
+
+class TURLName;
+
+// What the tree editors share as command targets: the interface itself, the course of a command with its colours, and
+// the binding to the project. The host's form owns a frame; the editor adds its keys and its document.
+class TCmdTreeFrame : public TDragScrollTree, public ICmdTarget
+{
+    Q_OBJECT
+    Q_INTERFACES(ICmdTarget)
+
+public:
+    explicit TCmdTreeFrame(QWidget* parent);
+    ~TCmdTreeFrame() override;
+
+    bool QueryInterface(const TGuid& iid, void** result) override;
+    int AddRef() override { return ++m_references; }
+    int Release() override { return --m_references; }
+
+    // The null variant.
+    void RequestData(const QVariant& in, QVariant& out) override;
+    void ExecuteCmd(const char* command, bool& handled) override;
+    // Always accepted, whatever the text: an editor is asked only about what its own pane is given.
+    void QueryCmd(const char* command, bool& accepted) override;
+
+    // Brings the states of the frame's actions up to date; the host calls it by name before it shows or runs them.
+    Q_INVOKABLE virtual void UpdateActions() {}
+
+protected:
+    // The steps of a command, in their order: before it is parsed, for each of its items (the colours are applied
+    // before and do not arrive here), and at its end. The end is not reached when a step fails.
+    virtual void BeginCommand() = 0;
+    virtual void ApplyCommandItem(const QString& key, const QString& value) = 0;
+    virtual void FinishCommand() = 0;
+
+    // Follows the project from now on, when `path` depends on it.
+    void SetProjectListener(const QString& path);
+    // Another project was opened; called by the user manager and only while a project is active.
+    virtual void ReloadForProject() = 0;
+
+    // A path of a document with the project's variables decoded and backslashes as separators.
+    static QString DecodePath(const QString& path);
+    // The same with environment references expanded as well.
+    static QString ExpandPath(const QString& path);
+
+private:
+    void HandleProjectChange(QObject* sender, TUserProperty property, const QString& value);
+
+    int m_references = 0;
+    bool m_listening = false;
+};

@@ -1,0 +1,38 @@
+#include "Folders.h"
+
+#include "IScenesTree.h"
+#include "UnitList.h"
+
+namespace
+{
+
+// In the order of their initialization.
+TUnitList& Units()
+{
+    static TUnitList units({
+        {.Name = "FoldersRc"},
+        {.Name = "FoldersCommon"},
+        {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},
+    });
+    return units;
+}
+
+constexpr const char* RequiredPackages[] = {"vlhost", nullptr};
+
+} // namespace
+
+void Initialize()
+{
+    Units().Initialize();
+}
+
+void Finalize()
+{
+    Units().Finalize();
+}
+
+const TPackageInfo* GetPackageInfoTable()
+{
+    static const TPackageInfo info{.Units = Units().Names(), .RequiredPackages = RequiredPackages};
+    return &info;
+}

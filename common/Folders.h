@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Vlinterfaces.h"
+#include "Vlpackages.h"
+
+#include <QObject>
+#include <QVariant>
+
+// The contract between the package `folders` and its host: the command target that every component is, the names by
+// which components are created, and the entry points of the package.
+
+// {6DAD84E1-E88F-11D4-B46B-000000000000}
+inline constexpr TGuid IID_ICmdTarget{0x6DAD84E1, 0xE88F, 0x11D4, {0xB4, 0x6B, 0, 0, 0, 0, 0, 0}};
+
+// How the host drives a component. The components are controls that the host's form owns; the reference counting of the
+// base does not govern their lifetime. Exceptions reach the host. From a control: qobject_cast<ICmdTarget*>(control).
+// What else the host may do with a component: list and trigger the control's actions() (object name = name of the
+// operation), call its invokable UpdateActions, if there is one, before it does, and watch its windowModified property.
+class ICmdTarget : public IInterface
+{
+public:
+    // Exchanges a variant; a component that has nothing to say gives the null variant.
+    virtual void RequestData(const QVariant& in, QVariant& out) = 0;
+    // Applies a command text (UTF-8 or Windows-1252, zero terminated; null is the empty text). A component may be
+    // commanded again at any time and then starts over from the new text.
+    virtual void ExecuteCmd(const char* command, bool& handled) = 0;
+    // Asks whether a command text is meant for the component.
+    virtual void QueryCmd(const char* command, bool& accepted) = 0;
+
+protected:
+    ~ICmdTarget() = default;
+};
+
+Q_DECLARE_INTERFACE(ICmdTarget, "Velmora.ICmdTarget/1")
+
+inline constexpr auto ProgIdMenuTree = "Velmora.MenuTree.1";
+inline constexpr auto ProgIdConfigTree = "Velmora.ConfigTree.1";
+inline constexpr auto ProgIdScheduleTree = "Velmora.ScheduleTree.1";
+inline constexpr auto ProgIdCmdButtons = "Velmora.CmdButtons.1";
+
+extern "C"
+{
+    // Runs the initialization of all units in order, on the first of several loads only.
+    Q_DECL_EXPORT void Initialize();
+    // Runs their finalization in reverse order, on the last of several unloads only. One call too many does no harm.
+    Q_DECL_EXPORT void Finalize();
+    // The units and the required packages; belongs to the package.
+    Q_DECL_EXPORT const TPackageInfo* GetPackageInfoTable();
+}

@@ -1,0 +1,412 @@
+#include "Vldragscrolltree.h"
+
+#include "Vlerrors.h"
+
+#include <QDrag>
+#include <QDropEvent>
+#include <QHash>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QSet>
+
+#include <algorithm>
+
+namespace
+{
+
+// The branches of a list: without nodes that stand below another node of the list, and each once.
+QList<TTreeNode*> OutermostBranches(const QList<TTreeNode*>& nodes)
+{
+    const QSet<const TTreeNode*> listed(nodes.begin(), nodes.end());
+    QSet<const TTreeNode*> taken;
+    QList<TTreeNode*> branches;
+    for (TTreeNode* node : nodes) {
+        const TTreeNode* above = node->Parent();
+        while (above && !listed.contains(above))
+            above = above->Parent();
+        if (!above && !taken.contains(node)) {
+            taken.insert(node);
+            branches.append(node);
+        }
+    }
+    return branches;
+}
+
+template <class TVisit> void ForEachIn(TTreeNode* branch, TVisit visit)
+{
+    visit(branch);
+    for (int i = 0; i < branch->Count(); ++i)
+        ForEachIn(branch->Child(i), visit);
+}
+
+// Lets every child of the nodes' parents know its index, so that none of them is searched for.
+void NoteIndexes(const QList<TTreeNode*>& nodes)
+{
+    QSet<const TTreeNode*> parents;
+    for (const TTreeNode* node : nodes) {
+        const TTreeNode* parent = node->Parent();
+        if (!parent || parents.contains(parent))
+            continue;
+        parents.insert(parent);
+        for (int i = 0; i < parent->Count(); ++i)
+            parent->Child(i)->NoteIndex(i);
+    }
+}
+
+// A path of indexes from the top, which compares as the nodes stand in reading order.
+QList<int> PlaceOf(const QModelIndex& index)
+{
+    QList<int> place;
+    for (QModelIndex at = index; at.isValid(); at = at.parent())
+        place.prepend(at.row());
+    return place;
+}
+
+// In reading order. A change of the selection comes grouped by parent.
+void SortByPlace(QModelIndexList& indexes)
+{
+    const auto sameParent = [&](const QModelIndex& index) { return index.parent() == indexes.first().parent(); };
+    if (std::all_of(indexes.begin(), indexes.end(), sameParent))
+        return;
+    QList<std::pair<QList<int>, QModelIndex>> places;
+    for (const QModelIndex& index : std::as_const(indexes))
+        places.append({PlaceOf(index), index});
+    std::sort(places.begin(), places.end(), [](const auto& a, const auto& b) {
+        return std::lexicographical_compare(a.first.begin(), a.first.end(), b.first.begin(), b.first.end());
+    });
+    std::transform(places.begin(), places.end(), indexes.begin(), [](const auto& entry) { return entry.second; });
+}
+
+} // namespace
+
+TDragScrollTree::TDragScrollTree(QWidget* parent) : QTreeWidget(parent)
+{
+    setHeaderHidden(true);
+    setColumnCount(1);
+    setUniformRowHeights(true);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setAutoScroll(true);
+    setDropIndicatorShown(false);
+}
+
+TDragScrollTree::~TDragScrollTree() = default;
+
+TTreeNode* TDragScrollTree::NodeAt(const QPoint& position) const
+{
+    return static_cast<TTreeNode*>(itemAt(position));
+}
+
+TTreeNode* TDragScrollTree::SelectedNode() const
+{
+    auto* current = static_cast<TTreeNode*>(currentItem());
+    if (current && current->isSelected())
+        return current;
+    const QList<TTreeNode*> selected = SelectedNodes();
+    return selected.isEmpty() ? nullptr : selected.last();
+}
+
+QList<TTreeNode*> TDragScrollTree::SelectedNodes() const
+{
+    QList<TTreeNode*> nodes;
+    const QList<QTreeWidgetItem*> items = selectedItems();
+    nodes.reserve(items.size());
+    for (QTreeWidgetItem* item : items)
+        nodes.append(static_cast<TTreeNode*>(item));
+    std::sort(nodes.begin(), nodes.end(),
+              [](const TTreeNode* a, const TTreeNode* b) { return a->SelectionSerial() < b->SelectionSerial(); });
+    return nodes;
+}
+
+void TDragScrollTree::SelectNode(TTreeNode* node)
+{
+    if (node)
+        setCurrentItem(node, 0, QItemSelectionModel::ClearAndSelect);
+    else
+        clearSelection();
+}
+
+void TDragScrollTree::SetEditable(bool editable)
+{
+    m_editable = editable;
+    setEditTriggers(editable ? EditKeyPressed | SelectedClicked : NoEditTriggers);
+    Guarded([&] { HandleEditable(editable); });
+}
+
+void TDragScrollTree::SetModified(bool modified)
+{
+    if (modified != isWindowModified())
+        setWindowModified(modified);
+}
+
+void TDragScrollTree::ReplaceContent(std::unique_ptr<TTreeNode> top)
+{
+    clear();
+    if (top)
+        addTopLevelItem(top.release());
+}
+
+TTreeNode* TDragScrollTree::InsertBranch(std::unique_ptr<TTreeNode> branch, TTreeNode* node, TNodeAttachMode mode)
+{
+    if (!branch || !branch->MoveTo(node, mode))
+        return nullptr;
+    SetModified(true);
+    return branch.release();
+}
+
+void TDragScrollTree::InsertBranches(std::vector<std::unique_ptr<TTreeNode>> branches, TTreeNode* parent, int index)
+{
+    Q_ASSERT(parent);
+    if (!parent || branches.empty())
+        return;
+    QList<QTreeWidgetItem*> items;
+    items.reserve(static_cast<qsizetype>(branches.size()));
+    for (std::unique_ptr<TTreeNode>& branch : branches) {
+        branch->NoteIndex(index + static_cast<int>(items.size()));
+        items.append(branch.release());
+    }
+    parent->insertChildren(index, items);
+    SetModified(true);
+}
+
+void TDragScrollTree::RemoveBranches(const QList<TTreeNode*>& nodes)
+{
+    const TRepaintPause pause(this);
+    const QList<TTreeNode*> branches = OutermostBranches(nodes);
+    if (branches.isEmpty())
+        return;
+    NoteIndexes(branches);
+    QHash<TTreeNode*, QList<int>> places;
+    for (TTreeNode* node : branches) {
+        Guarded([&] { HandleDeletion(node); });
+        places[node->Parent()].append(node->Index());
+    }
+    // One change of the selection instead of one for each run of nodes.
+    clearSelection();
+    for (auto place = places.begin(); place != places.end(); ++place) {
+        std::sort(place->begin(), place->end(), std::greater<>());
+        RemoveChildren(place.key(), *place);
+    }
+    SetModified(true);
+}
+
+// `indexes` from the last to the first. Neighbours go together, one change of the model for each run. As each change
+// costs the view time for all its rows, a parent that loses many runs has its children exchanged as a whole instead.
+void TDragScrollTree::RemoveChildren(TTreeNode* parent, const QList<int>& indexes)
+{
+    constexpr int FewRuns = 16;
+    QList<std::pair<int, int>> runs; // first index and count
+    for (const int index : indexes) {
+        if (!runs.isEmpty() && runs.last().first == index + 1)
+            runs.last() = {index, runs.last().second + 1};
+        else
+            runs.append({index, 1});
+    }
+    if (parent && runs.size() > FewRuns) {
+        RemoveByRebuilding(parent, indexes);
+        return;
+    }
+    const QModelIndex place = parent ? indexFromItem(parent) : QModelIndex();
+    for (const auto& [first, count] : std::as_const(runs))
+        model()->removeRows(first, count, place);
+}
+
+void TDragScrollTree::RemoveByRebuilding(TTreeNode* parent, const QList<int>& indexes)
+{
+    const int scrolledTo = verticalScrollBar()->value();
+    QList<TTreeNode*> expanded;
+    ForEachIn(parent, [&](TTreeNode* node) {
+        if (node->Count() > 0 && node->isExpanded())
+            expanded.append(node);
+    });
+    QSet<const TTreeNode*> gone;
+    const TNodeRef current(static_cast<TTreeNode*>(currentItem()));
+    QList<QTreeWidgetItem*> kept = parent->takeChildren();
+    for (const int index : indexes) {
+        auto* removed = static_cast<TTreeNode*>(kept[index]);
+        ForEachIn(removed, [&](TTreeNode* node) { gone.insert(node); });
+        kept[index] = nullptr;
+        delete removed;
+    }
+    kept.removeAll(nullptr);
+    expanded.removeIf([&](const TTreeNode* node) { return gone.contains(node); });
+    parent->addChildren(kept);
+    for (TTreeNode* node : std::as_const(expanded))
+        node->setExpanded(true);
+    if (current)
+        setCurrentItem(current.Get(), 0, QItemSelectionModel::NoUpdate);
+    verticalScrollBar()->setValue(scrolledTo);
+}
+
+bool TDragScrollTree::MoveBranch(TTreeNode* branch, TTreeNode* node, TNodeAttachMode mode)
+{
+    const TRepaintPause pause(this);
+    QList<TTreeNode*> expanded;
+    QList<std::pair<TTreeNode*, quint32>> selected;
+    ForEachIn(branch, [&](TTreeNode* below) {
+        if (below->Count() > 0 && below->isExpanded())
+            expanded.append(below);
+        if (below->isSelected())
+            selected.append({below, below->SelectionSerial()});
+    });
+    auto* current = static_cast<TTreeNode*>(currentItem());
+    if (!branch->MoveTo(node, mode))
+        return false;
+    for (TTreeNode* open : std::as_const(expanded))
+        open->setExpanded(true);
+    for (const auto& [below, serial] : std::as_const(selected)) {
+        below->setSelected(true);
+        below->SetSelectionSerial(serial);
+    }
+    if (current && current->IsWithin(branch))
+        setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
+    SetModified(true);
+    return true;
+}
+
+bool TDragScrollTree::ChangeRecord(TTreeNode* node, const std::function<bool()>& change)
+{
+    Q_ASSERT(node);
+    if (!node || !change())
+        return false;
+    SetModified(true);
+    return true;
+}
+
+void TDragScrollTree::FinishEditing(TTreeNode* node, const QString& text)
+{
+    Guarded([&] { HandleEdited(node, text); });
+}
+
+void TDragScrollTree::HandleEdited(TTreeNode*, const QString&) {}
+
+bool TDragScrollTree::CanEdit(const TTreeNode*) const
+{
+    return true;
+}
+
+void TDragScrollTree::HandleSelectionChange() {}
+
+void TDragScrollTree::HandleEditable(bool) {}
+
+void TDragScrollTree::HandleDeletion(TTreeNode*) {}
+
+bool TDragScrollTree::PrepareDrag(TTreeNode*, Qt::KeyboardModifiers)
+{
+    return false;
+}
+
+std::unique_ptr<QMimeData> TDragScrollTree::StartDrag()
+{
+    return nullptr;
+}
+
+void TDragScrollTree::EndDrag() {}
+
+bool TDragScrollTree::CanDrop(const QMimeData*, TTreeNode*) const
+{
+    return false;
+}
+
+void TDragScrollTree::Drop(const QMimeData*, TTreeNode*) {}
+
+void TDragScrollTree::mousePressEvent(QMouseEvent* event)
+{
+    m_pressedAt = event->position().toPoint();
+    m_dragPrepared = false;
+    QTreeWidget::mousePressEvent(event);
+}
+
+void TDragScrollTree::mouseMoveEvent(QMouseEvent* event)
+{
+    TTreeNode* pressed = NodeAt(m_pressedAt);
+    if (!(event->buttons() & Qt::LeftButton) || !pressed || state() == DragSelectingState) {
+        QTreeWidget::mouseMoveEvent(event);
+        return;
+    }
+    if (!m_dragPrepared) {
+        Guarded([&] { m_dragPrepared = PrepareDrag(pressed, event->modifiers()); });
+        if (!m_dragPrepared)
+            return;
+    }
+    if ((event->position().toPoint() - m_pressedAt).manhattanLength() >= DragThreshold)
+        RunDrag();
+}
+
+void TDragScrollTree::RunDrag()
+{
+    m_dragPrepared = false;
+    Guarded([this] {
+        if (std::unique_ptr<QMimeData> content = StartDrag()) {
+            auto* drag = new QDrag(this);
+            drag->setMimeData(content.release());
+            drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
+        }
+    });
+    setState(NoState);
+    Guarded([this] { EndDrag(); });
+}
+
+void TDragScrollTree::dragEnterEvent(QDragEnterEvent* event)
+{
+    // Whether it can be dropped depends on the node, so the tree wants to hear of every movement.
+    QTreeWidget::dragEnterEvent(event);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void TDragScrollTree::dragMoveEvent(QDragMoveEvent* event)
+{
+    // The view scrolls near its edges; what may be dropped is for the editor to say.
+    QTreeWidget::dragMoveEvent(event);
+    const bool accepted = AcceptsDrop(event->mimeData(), NodeAt(event->position().toPoint()));
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(accepted);
+}
+
+bool TDragScrollTree::AcceptsDrop(const QMimeData* content, TTreeNode* target) const
+{
+    bool accepts = false;
+    Guarded([&] { accepts = CanDrop(content, target); });
+    return accepts;
+}
+
+void TDragScrollTree::dropEvent(QDropEvent* event)
+{
+    TTreeNode* target = NodeAt(event->position().toPoint());
+    const bool accepted = AcceptsDrop(event->mimeData(), target);
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(accepted);
+    if (accepted)
+        Guarded([&] { Drop(event->mimeData(), target); });
+    setState(NoState);
+    viewport()->update();
+}
+
+bool TDragScrollTree::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
+{
+    const auto* node = static_cast<const TTreeNode*>(itemFromIndex(index));
+    bool allowed = false;
+    Guarded([&] { allowed = m_editable && node && CanEdit(node); });
+    if (!allowed)
+        return false;
+    return QTreeWidget::edit(index, trigger, event);
+}
+
+void TDragScrollTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QModelIndexList indexes = selected.indexes();
+    SortByPlace(indexes);
+    const bool upwards = !indexes.isEmpty() && currentIndex() == indexes.first() && indexes.size() > 1;
+    if (upwards)
+        std::reverse(indexes.begin(), indexes.end());
+    for (const QModelIndex& index : std::as_const(indexes)) {
+        if (auto* node = static_cast<TTreeNode*>(itemFromIndex(index)))
+            node->SetSelectionSerial(++m_lastSerial);
+    }
+    QTreeWidget::selectionChanged(selected, deselected);
+    Guarded([this] { HandleSelectionChange(); });
+}

@@ -1,0 +1,114 @@
+#include "IScenesTree.h"
+
+#include "Vldragobjects.h"
+
+namespace
+{
+
+// A single datapoint or step: it is known as the drag node and carries nothing that another pane could use.
+const auto NodeFormat = QStringLiteral("application/x-velmora-node");
+
+} // namespace
+
+bool TConfigTreeFrame::PrepareDrag(TTreeNode* node, Qt::KeyboardModifiers shiftState)
+{
+    if (!SelectedNode() || static_cast<TSceneNode*>(node)->IsFixed())
+        return false;
+    m_dragShiftState = shiftState;
+    return true;
+}
+
+std::unique_ptr<QMimeData> TConfigTreeFrame::StartDrag()
+{
+    const QList<TSceneNode*> selected = SelectedSceneNodes();
+    if (selected.size() > 1) {
+        auto objects = std::make_shared<TObjectsDragObject>(false);
+        for (TSceneNode* node : selected)
+            objects->Add(node);
+        m_dragNode.Set(SelectedSceneNode());
+        return std::unique_ptr<QMimeData>(TObjectsDragObject::ToMimeData(std::move(objects)));
+    }
+    if (selected.isEmpty() || selected.first()->IsFixed())
+        return nullptr;
+    if (selected.first()->Role() == srScene)
+        return std::unique_ptr<QMimeData>(PropertiesOf(selected.first()).ToMimeData());
+    m_dragNode.Set(selected.first());
+    auto content = std::make_unique<QMimeData>();
+    content->setData(NodeFormat, {});
+    return content;
+}
+
+TPropertyDragObject TConfigTreeFrame::PropertiesOf(const TSceneNode* scene) const
+{
+    const TVlSceneItem& item = *scene->Item();
+    const TVlSceneItem* linked = scene->LinkedItem();
+    TPropertyDragObject object;
+    object.Add(QStringLiteral("name"), linked ? linked->Name : item.Name);
+    object.Add(QStringLiteral("alias"), item.Alias);
+    object.Add(QStringLiteral("fixval"), item.Value);
+    object.Add(QStringLiteral("type"), QString::number(dt2Eis(item.DataType)));
+    object.Add(QStringLiteral("target"), QString::fromLatin1(SourceText(item.Source)));
+    object.SetShiftState(m_dragShiftState);
+    return object;
+}
+
+void TConfigTreeFrame::EndDrag()
+{
+    m_dragNode.Set(nullptr);
+}
+
+bool TConfigTreeFrame::CanDrop(const QMimeData* content, TTreeNode* target) const
+{
+    if (!m_dragNode || !target)
+        return false;
+    const TSceneRole dragged = m_dragNode->Role();
+    const TSceneRole place = static_cast<TSceneNode*>(target)->Role();
+    if (TObjectsDragObject::FromMimeData(content))
+        return (place == srTop && dragged == srTrigger) || (place == srScene && dragged == srAction);
+    return place == srScene || (place == srStep && dragged == srStep);
+}
+
+void TConfigTreeFrame::Drop(const QMimeData* content, TTreeNode* target)
+{
+    auto* place = static_cast<TSceneNode*>(target);
+    if (const auto objects = TObjectsDragObject::FromMimeData(content)) {
+        QList<TSceneNode*> nodes;
+        for (TTreeNode* node : objects->Objects())
+            nodes.append(static_cast<TSceneNode*>(node));
+        DropObjects(nodes, place);
+        SelectNode(nullptr);
+    } else {
+        DropNode(m_dragNode.Get(), place);
+        SelectNode(place);
+    }
+    m_dragNode.Set(nullptr);
+}
+
+void TConfigTreeFrame::DropObjects(const QList<TSceneNode*>& nodes, TSceneNode* target)
+{
+    const TRepaintPause pause(this);
+    if (target->Role() == srScene) {
+        AppendStepsFor(target, nodes);
+        return;
+    }
+    AppendScenesFor(nodes);
+    SendSections();
+}
+
+void TConfigTreeFrame::DropNode(TSceneNode* dragged, TSceneNode* target)
+{
+    const TSceneRole role = dragged->Role();
+    if (target->Role() == srScene) {
+        if (role == srTrigger)
+            BindScene(target, dragged);
+        else if (role == srAction)
+            CopyBinding(dragged, NewSceneNode(target, naAddChild, {}, true));
+        return;
+    }
+    if (dragged == target)
+        return;
+    if (role == srStep && (m_dragShiftState & Qt::ControlModifier))
+        MoveBranch(dragged, target, naInsert);
+    else
+        CopyBinding(dragged, target);
+}

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# tidy.sh: clang-tidy over the tracked sources that build/asan compiles; any warning fails. A file is looked at again
+# only when it, a header or the configuration has changed since it was last found clean.
+# shellcheck source=scripts/common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+readonly DATABASE=build/asan/compile_commands.json
+readonly STAMPS=build/tidy
+
+# What every source depends on, as one number.
+shared_key() {
+    {
+        clang-tidy --version
+        tracked_files '*.h' | tr '\n' '\0' | xargs -0r cat
+        cat .clang-tidy
+    } | sha256sum | cut -d ' ' -f 1
+}
+
+# check_file FILE SHARED_KEY: runs in a process of its own, several at a time.
+check_file() {
+    local file=$1 stamp key output
+    stamp=$STAMPS/${file//\//__}.stamp
+    key="$2 $(sha256sum <"$file")"
+    if [[ -f $stamp && "$(<"$stamp")" == "$key" ]]; then
+        return 0
+    fi
+    rm -f "$stamp"
+    if output=$(clang-tidy --quiet -p build/asan "$file" 2>&1); then
+        printf '%s\n' "$key" >"$stamp"
+    else
+        printf '%s\n%s\n' "clang-tidy: $file" "$output"
+        return 1
+    fi
+}
+
+main() {
+    local key file sources=() unknown=()
+    [[ -f $DATABASE ]] || die "$DATABASE is missing; build the preset asan first."
+    mkdir -p "$STAMPS"
+    key=$(shared_key)
+    while IFS= read -r file; do
+        if grep -qF "\"file\": \"$ROOT/$file\"" "$DATABASE"; then
+            sources+=("$file")
+        else
+            unknown+=("$file")
+        fi
+    done < <(tracked_files '*.cpp')
+    if [[ ${#unknown[@]} -gt 0 ]]; then
+        echo "Not compiled by preset asan, hence not checked: ${unknown[*]}"
+    fi
+    if [[ ${#sources[@]} -gt 0 ]]; then
+        printf '%s\0' "${sources[@]}" | xargs -0 -P "${TIDY_JOBS:-2}" -I '{}' "$ROOT/scripts/tidy.sh" --file '{}' "$key"
+    fi
+    echo "${#sources[@]} files clean."
+}
+
+if [[ ${1:-} == --file ]]; then
+    check_file "$2" "$3"
+else
+    main
+fi

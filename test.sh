@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# test.sh [--quick] [--fuzz]: every check of the house. The last line says how it ended.
+#   --quick  formatting, the dev build and its tests only
+#   --fuzz   additionally every fuzz target for a minute
+# shellcheck source=scripts/common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
+
+passed=()
+failed=()
+
+# step NAME COMMAND...: runs a check in its own shell and notes the outcome; the steps after it run in any case.
+step() {
+    local name=$1 code=0
+    shift
+    printf '\n== %s\n' "$name"
+    set +e
+    (
+        set -e
+        "$@"
+    )
+    code=$?
+    set -e
+    if [[ $code -eq 0 ]]; then passed+=("$name"); else failed+=("$name"); fi
+}
+
+check_formatting() {
+    local files
+    mapfile -t files < <(tracked_files '*.cpp' '*.h')
+    if [[ ${#files[@]} -gt 0 ]]; then
+        clang-format --dry-run -Werror "${files[@]}"
+    fi
+    echo "${#files[@]} files checked."
+}
+
+build_and_test() {
+    build_preset "$1"
+    ctest --preset "$1" --output-on-failure --no-tests=error
+}
+
+finish() {
+    local seconds=$SECONDS
+    printf '\n'
+    if [[ ${#failed[@]} -gt 0 ]]; then
+        printf 'test.sh: FAILED: %s (passed: %s) after %d s\n' \
+            "$(join "${failed[@]}")" "$(join "${passed[@]:-nothing}")" "$seconds"
+        exit 1
+    fi
+    printf 'test.sh: all passed: %s, in %d s\n' "$(join "${passed[@]}")" "$seconds"
+}
+
+join() {
+    local IFS=,
+    local text="$*"
+    printf '%s' "${text//,/, }"
+}
+
+main() {
+    local quick=no fuzz=no argument
+    for argument in "$@"; do
+        case $argument in
+            --quick) quick=yes ;;
+            --fuzz) fuzz=yes ;;
+            *) die "usage: test.sh [--quick] [--fuzz]" ;;
+        esac
+    done
+    scripts/install.sh test
+    prepare_environment
+    step "formatting" check_formatting
+    step "dev tests" build_and_test dev
+    if [[ $quick == no ]]; then
+        step "sanitizer tests" build_and_test asan
+        step "clang-tidy" scripts/tidy.sh
+    fi
+    if [[ $fuzz == yes ]]; then
+        step "fuzzing" scripts/fuzz.sh
+    fi
+    finish
+}
+
+main "$@"

@@ -1,0 +1,211 @@
+#include "XmlReading.h"
+
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace
+{
+
+// Notes what arrives: "depth:name" and below it "name=value" for each attribute.
+class TNotingVisitor final : public IXmlVisitor
+{
+public:
+    bool BeginRoot(std::string_view name, const TXmlAttributes& attributes) override
+    {
+        Add(0, name, attributes);
+        return SameXmlName(name, ExpectedRoot);
+    }
+    void BeginElement(int depth, std::string_view name, const TXmlAttributes& attributes) override
+    {
+        if (name == ThrowAt)
+            throw std::runtime_error("thrown by the visitor");
+        Add(depth, name, attributes);
+    }
+
+    std::string_view ExpectedRoot = "root";
+    std::string_view ThrowAt = "throw";
+    QStringList Seen;
+
+private:
+    void Add(int depth, std::string_view name, const TXmlAttributes& attributes)
+    {
+        QString line = QStringLiteral("%1:%2").arg(depth).arg(XmlText(name));
+        for (const TXmlAttribute attribute : attributes)
+            line += QStringLiteral(" %1=%2").arg(XmlText(attribute.Name), XmlText(attribute.Value));
+        Seen.append(line);
+    }
+};
+
+class XmlReading : public testing::Test
+{
+protected:
+    bool Read(const QByteArray& document)
+    {
+        WriteAll(m_path, document);
+        m_visitor.Seen.clear();
+        return ReadXmlFile(m_path, m_visitor);
+    }
+    QString LastSeen() const { return m_visitor.Seen.isEmpty() ? QString() : m_visitor.Seen.last(); }
+
+    QTemporaryDir m_directory;
+    QString m_path = m_directory.filePath(QStringLiteral("x.xml"));
+    TNotingVisitor m_visitor;
+};
+
+} // namespace
+
+TEST(SameXmlName, ComparesWithoutRegardToCase)
+{
+    EXPECT_TRUE(SameXmlName("node", "NODE"));
+    EXPECT_TRUE(SameXmlName("", ""));
+    EXPECT_FALSE(SameXmlName("node", "nodes"));
+    EXPECT_FALSE(SameXmlName("nodes", "node"));
+    EXPECT_FALSE(SameXmlName("node", "nodf"));
+}
+
+TEST(SameXmlName, ComparesPartsOfATextOnly)
+{
+    EXPECT_TRUE(SameXmlName(std::string_view("nodeXYZ").substr(0, 4), "node"));
+}
+
+TEST(XmlText, IsInTheCodePage)
+{
+    EXPECT_EQ(XmlText("K\xC3\xBC"
+                      "che"),
+              QStringLiteral("Küche"));
+    EXPECT_EQ(XmlText("\xC2\x80"), QStringLiteral("€"));
+    EXPECT_EQ(XmlText("\xE2\x82\xAC"), QStringLiteral("€"));
+    EXPECT_EQ(XmlText("\xCE\xA9"), QStringLiteral("?"));
+    EXPECT_EQ(XmlText(""), QString());
+}
+
+TEST_F(XmlReading, GivesElementsWithDepthAndAttributesInTheirOrder)
+{
+    EXPECT_TRUE(Read("<root z='1' a='2'><one b='x' a='y'><two/></one><three/></root>"));
+    EXPECT_EQ(m_visitor.Seen, QStringList({QStringLiteral("0:root z=1 a=2"), QStringLiteral("1:one b=x a=y"),
+                                           QStringLiteral("2:two"), QStringLiteral("1:three")}));
+}
+
+TEST_F(XmlReading, TakesPackagePaths)
+{
+    WriteAll(m_path, "<root/>");
+    EXPECT_TRUE(ReadXmlFile(m_path.replace(u'/', u'\\'), m_visitor));
+}
+
+TEST_F(XmlReading, GivesEmptyAttributesToo)
+{
+    EXPECT_TRUE(Read("<root a='' b='1'/>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root a= b=1"));
+}
+
+TEST_F(XmlReading, GivesLocalNames)
+{
+    EXPECT_TRUE(Read("<p:root xmlns:p='urn:x' p:a='1' b='2'/>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root a=1 b=2"));
+}
+
+TEST_F(XmlReading, ResolvesCharactersAndPredefinedEntities)
+{
+    EXPECT_TRUE(Read("<root a='&amp;&lt;&gt;&quot;&apos;&#65;&#x42;'/>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root a=&<>\"'AB"));
+}
+
+TEST_F(XmlReading, PassesOverTextAndCommentsAndInstructions)
+{
+    EXPECT_TRUE(
+        Read("<?xml version='1.0'?><!-- c --><?pi x?><root>text<!-- <one/> --><![CDATA[<two/>]]><?pi y?></root>"));
+    EXPECT_EQ(m_visitor.Seen, QStringList({QStringLiteral("0:root")}));
+}
+
+TEST_F(XmlReading, StopsAtARefusedRoot)
+{
+    EXPECT_FALSE(Read("<other><one/></other>"));
+    EXPECT_EQ(m_visitor.Seen, QStringList({QStringLiteral("0:other")}));
+}
+
+TEST_F(XmlReading, IsFalseForWhatIsNotWellFormed)
+{
+    for (const char* document : {"", " ", "<", "<root>", "<root", "<root></other>", "<root/><root/>", "<root/>x", "x",
+                                 "<root a='1' a='2'/>", "<root a=1/>", "<root a='<'/>", "<root a='&'/>",
+                                 "<root a='&x;'/>", "<root>&x;</root>", "<root a='&#0;'/>", "<root>\x01</root>"})
+        EXPECT_FALSE(Read(document)) << document;
+}
+
+TEST_F(XmlReading, IsFalseWithoutAFile)
+{
+    EXPECT_FALSE(ReadXmlFile(m_path, m_visitor));
+    EXPECT_FALSE(ReadXmlFile(QString(), m_visitor));
+    EXPECT_FALSE(ReadXmlFile(m_directory.path(), m_visitor));
+}
+
+TEST_F(XmlReading, ThrowsOnWhatTheVisitorThrew)
+{
+    WriteAll(m_path, "<root><one/><throw/><two/></root>");
+    EXPECT_THROW(ReadXmlFile(m_path, m_visitor), std::runtime_error);
+    EXPECT_EQ(LastSeen(), QStringLiteral("1:one"));
+    EXPECT_TRUE(Read("<root><one/></root>"));
+}
+
+TEST_F(XmlReading, TakesTheEncodingsThatItIsTold)
+{
+    const QString expected = QStringLiteral("0:root a=Kü€");
+    EXPECT_TRUE(Read("<?xml version='1.0' encoding='ISO-8859-1'?><root a='K\xFC\x80'/>"));
+    EXPECT_EQ(LastSeen(), expected);
+    EXPECT_TRUE(Read("<?xml version='1.0' encoding='Windows-1252'?><root a='K\xFC\x80'/>"));
+    EXPECT_EQ(LastSeen(), expected);
+    EXPECT_TRUE(Read("<?xml version='1.0' encoding='UTF-8'?><root a='K\xC3\xBC\xE2\x82\xAC'/>"));
+    EXPECT_EQ(LastSeen(), expected);
+    EXPECT_TRUE(Read("\xEF\xBB\xBF<root a='K\xC3\xBC\xE2\x82\xAC'/>"));
+    EXPECT_EQ(LastSeen(), expected);
+}
+
+TEST_F(XmlReading, TakesUtf16)
+{
+    const QString document = QStringLiteral("\uFEFF<?xml version='1.0' encoding='UTF-16'?><root a='Kü€'/>");
+    QByteArray bytes;
+    for (const QChar c : document) {
+        bytes.append(static_cast<char>(c.unicode() & 0xFF));
+        bytes.append(static_cast<char>(c.unicode() >> 8));
+    }
+    EXPECT_TRUE(Read(bytes));
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root a=Kü€"));
+}
+
+TEST_F(XmlReading, IsFalseForBytesThatAreNotInTheEncoding)
+{
+    EXPECT_FALSE(Read("<root a='K\xFC'/>"));
+    EXPECT_FALSE(Read("<?xml version='1.0' encoding='UTF-8'?><root a='\xC3'/>"));
+    EXPECT_FALSE(Read("<?xml version='1.0' encoding='none-such'?><root/>"));
+}
+
+TEST_F(XmlReading, DoesNotMindAnUnusedDeclaration)
+{
+    EXPECT_TRUE(Read("<!DOCTYPE root [<!ENTITY x 'y'>]><root a='1'/>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root a=1"));
+}
+
+TEST_F(XmlReading, RefusesADocumentThatUsesEntitiesOfItsOwn)
+{
+    EXPECT_FALSE(Read("<!DOCTYPE root [<!ENTITY x 'y'>]><root a='&x;'/>"));
+    EXPECT_FALSE(Read("<!DOCTYPE root [<!ENTITY x '<one/>'>]><root>&x;</root>"));
+}
+
+TEST_F(XmlReading, ReadsAThousandLevels)
+{
+    EXPECT_TRUE(Read("<root>" + QByteArray("<a>").repeated(1000) + QByteArray("</a>").repeated(1000) + "</root>"));
+    EXPECT_EQ(m_visitor.Seen.size(), 1001);
+    EXPECT_EQ(LastSeen(), QStringLiteral("1000:a"));
+}
+
+TEST_F(XmlReading, ReadsAnAttributeOfTenMegabytes)
+{
+    constexpr int Size = 10 * 1024 * 1024;
+    EXPECT_TRUE(Read("<root a='" + QByteArray(Size, 'x') + "'/>"));
+    EXPECT_EQ(LastSeen().size(), Size + QStringLiteral("0:root a=").size());
+}

@@ -1,0 +1,634 @@
+#include "Vldragscrolltree.h"
+
+#include "TestSupport.h"
+#include "Vlerrors.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+
+class TRecordingTree final : public TDragScrollTree
+{
+public:
+    void HandleEdited(TTreeNode* node, const QString& text) override
+    {
+        Edited.append(node->Caption() + u'=' + text);
+        if (text == QStringLiteral("fail"))
+            throw TUserError(QStringLiteral("edit"));
+        if (!text.isEmpty())
+            ChangeRecord(node, [&] {
+                node->SetCaption(text);
+                return true;
+            });
+    }
+    bool CanEdit(const TTreeNode* node) const override { return node != Locked; }
+    void HandleSelectionChange() override
+    {
+        ++SelectionChanges;
+        if (FailOnSelection)
+            throw TUserError(QStringLiteral("selection"));
+    }
+    void HandleEditable(bool editable) override { Editable.append(editable); }
+    void HandleDeletion(TTreeNode* node) override
+    {
+        Deleted.append(node->Caption());
+        if (FailOnDeletion)
+            throw TUserError(QStringLiteral("deletion"));
+    }
+
+    const TTreeNode* Locked = nullptr;
+    QStringList Edited;
+    QStringList Deleted;
+    QList<bool> Editable;
+    int SelectionChanges = 0;
+    bool FailOnSelection = false;
+    bool FailOnDeletion = false;
+};
+
+std::unique_ptr<TTreeNode> Branch(const QString& caption, const QStringList& below = {})
+{
+    auto top = std::make_unique<TTreeNode>(caption);
+    for (const QString& name : below)
+        (new TTreeNode(name))->MoveTo(top.get(), naAddChild);
+    return top;
+}
+
+QString Captions(const QList<TTreeNode*>& nodes)
+{
+    QStringList captions;
+    for (const TTreeNode* node : nodes)
+        captions.append(node->Caption());
+    return captions.join(u' ');
+}
+
+// A shown tree with the top node "top" and, below it, a (a1 a2), b (b1 b2), c, d, e; everything expanded.
+class DragScrollTree : public testing::Test
+{
+protected:
+    DragScrollTree()
+    {
+        auto top = Branch(QStringLiteral("top"));
+        for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e"})
+            (new TTreeNode(QString::fromUtf16(name)))->MoveTo(top.get(), naAddChild);
+        for (const int parent : {0, 1}) {
+            for (const char16_t number : {u'1', u'2'})
+                (new TTreeNode(top->Child(parent)->Caption() + number))->MoveTo(top->Child(parent), naAddChild);
+        }
+        Tree.ReplaceContent(std::move(top));
+        Tree.expandAll();
+        Tree.setWindowTitle(QStringLiteral("[*]"));
+        Tree.resize(400, 400);
+        Tree.show();
+        Tree.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&Tree));
+    }
+
+    TTreeNode* Node(const QString& caption) const
+    {
+        for (TTreeNode* node = Tree.TopNode(); node; node = node->Next()) {
+            if (node->Caption() == caption)
+                return node;
+        }
+        ADD_FAILURE() << caption.toStdString();
+        return nullptr;
+    }
+    QList<TTreeNode*> Nodes(const QString& captions) const
+    {
+        QList<TTreeNode*> nodes;
+        for (const QString& caption : captions.split(u' '))
+            nodes.append(Node(caption));
+        return nodes;
+    }
+    void Click(const QString& caption, Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        const QRect place = Tree.visualItemRect(Node(caption));
+        QTest::mouseClick(Tree.viewport(), Qt::LeftButton, keys, place.center());
+    }
+    QString Selected() const { return Captions(Tree.SelectedNodes()); }
+    QString Reading() const
+    {
+        QList<TTreeNode*> nodes;
+        for (TTreeNode* node = Tree.TopNode(); node; node = node->Next())
+            nodes.append(node);
+        return Captions(nodes);
+    }
+    QLineEdit* Editor() const { return Tree.viewport()->findChild<QLineEdit*>(); }
+    void Type(const QString& text)
+    {
+        QLineEdit* editor = Editor();
+        ASSERT_NE(editor, nullptr);
+        editor->selectAll();
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // the view takes the text from its editor later
+    }
+
+    TRecordingTree Tree;
+};
+
+} // namespace
+
+TEST_F(DragScrollTree, FindsTheNodeAtAPlace)
+{
+    EXPECT_EQ(Tree.NodeAt(Tree.visualItemRect(Node(QStringLiteral("b1"))).center()), Node(QStringLiteral("b1")));
+    EXPECT_EQ(Tree.NodeAt(QPoint(10, 390)), nullptr);
+}
+
+TEST_F(DragScrollTree, HasNoSelectionAtFirst)
+{
+    EXPECT_EQ(Tree.SelectedNode(), nullptr);
+    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+}
+
+TEST_F(DragScrollTree, SelectsOneNodeByCall)
+{
+    Click(QStringLiteral("a"));
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    Tree.SelectNode(Node(QStringLiteral("d")));
+    EXPECT_EQ(Selected(), QStringLiteral("d"));
+    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("d")));
+    EXPECT_EQ(Tree.currentItem(), Node(QStringLiteral("d")));
+    Tree.SelectNode(nullptr);
+    EXPECT_EQ(Selected(), QString());
+    EXPECT_EQ(Tree.SelectedNode(), nullptr);
+}
+
+TEST_F(DragScrollTree, KeepsTheOrderOfSelection)
+{
+    Click(QStringLiteral("d"));
+    Click(QStringLiteral("a1"), Qt::ControlModifier);
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("d a1 c"));
+    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("c")));
+}
+
+TEST_F(DragScrollTree, PutsANodeLastThatIsSelectedAgain)
+{
+    Click(QStringLiteral("d"));
+    Click(QStringLiteral("a"), Qt::ControlModifier);
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    Click(QStringLiteral("d"), Qt::ControlModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("a c"));
+    Click(QStringLiteral("d"), Qt::ControlModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("a c d"));
+}
+
+TEST_F(DragScrollTree, TakesTheNodeSelectedLastWhenTheFocusedOneIsNotSelected)
+{
+    Click(QStringLiteral("a"));
+    Click(QStringLiteral("e"), Qt::ControlModifier);
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    EXPECT_EQ(Tree.currentItem(), Node(QStringLiteral("c")));
+    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("e")));
+}
+
+TEST_F(DragScrollTree, SelectsARangeDownwardsInReadingOrder)
+{
+    Click(QStringLiteral("c"));
+    Click(QStringLiteral("e"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("c d e"));
+}
+
+TEST_F(DragScrollTree, SelectsARangeUpwardsAwayFromItsBeginning)
+{
+    Click(QStringLiteral("e"));
+    Click(QStringLiteral("c"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("e d c"));
+    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("c")));
+}
+
+TEST_F(DragScrollTree, ExtendsARangeInItsDirection)
+{
+    Click(QStringLiteral("d"));
+    Click(QStringLiteral("c"), Qt::ShiftModifier);
+    Click(QStringLiteral("b2"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("d c b2"));
+}
+
+TEST_F(DragScrollTree, TurnsARangeAround)
+{
+    Click(QStringLiteral("d"));
+    Click(QStringLiteral("c"), Qt::ShiftModifier);
+    Click(QStringLiteral("e"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("d e"));
+}
+
+TEST_F(DragScrollTree, SelectsARangeOverSeveralLevelsDownwards)
+{
+    Click(QStringLiteral("a"));
+    Click(QStringLiteral("c"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("a a1 a2 b b1 b2 c"));
+}
+
+TEST_F(DragScrollTree, SelectsARangeOverSeveralLevelsUpwards)
+{
+    Click(QStringLiteral("c"));
+    Click(QStringLiteral("a1"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("c b2 b1 b a2 a1"));
+}
+
+TEST_F(DragScrollTree, SelectsARangeFromOneBranchIntoTheNext)
+{
+    Click(QStringLiteral("a2"));
+    Click(QStringLiteral("b1"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("a2 b b1"));
+    Click(QStringLiteral("b1"));
+    Click(QStringLiteral("a2"), Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("b1 b a2"));
+}
+
+TEST_F(DragScrollTree, SelectsRangesByKeyboard)
+{
+    Click(QStringLiteral("d"));
+    QTest::keyClick(&Tree, Qt::Key_Up, Qt::ShiftModifier);
+    QTest::keyClick(&Tree, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), QStringLiteral("d c b2"));
+}
+
+TEST_F(DragScrollTree, TellsWhenTheSelectionChanges)
+{
+    const int before = Tree.SelectionChanges;
+    Click(QStringLiteral("a"));
+    EXPECT_EQ(Tree.SelectionChanges, before + 1);
+    Click(QStringLiteral("a"));
+    EXPECT_EQ(Tree.SelectionChanges, before + 1);
+}
+
+TEST_F(DragScrollTree, GuardsWhatAFrameDoesOnSelection)
+{
+    TRecordedMessages messages;
+    Tree.FailOnSelection = true;
+    Click(QStringLiteral("a"));
+    Tree.FailOnSelection = false;
+    EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("selection")});
+    EXPECT_EQ(Selected(), QStringLiteral("a"));
+}
+
+TEST_F(DragScrollTree, IsNotModifiedByLoading)
+{
+    EXPECT_FALSE(Tree.IsModified());
+    Tree.ReplaceContent(Branch(QStringLiteral("neu"), {QStringLiteral("n1")}));
+    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_EQ(Reading(), QStringLiteral("neu n1"));
+    EXPECT_TRUE(Tree.Deleted.isEmpty());
+}
+
+TEST_F(DragScrollTree, LeavesTheModifiedStateWhenItsContentIsExchanged)
+{
+    Tree.SetModified(true);
+    Tree.ReplaceContent(nullptr);
+    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_EQ(Tree.TopNode(), nullptr);
+    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+}
+
+TEST_F(DragScrollTree, ForgetsReferencesWhenItsContentIsExchanged)
+{
+    const TNodeRef reference(Node(QStringLiteral("b2")));
+    Tree.SelectNode(reference.Get());
+    Tree.ReplaceContent(Branch(QStringLiteral("neu")));
+    EXPECT_EQ(reference.Get(), nullptr);
+    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+}
+
+TEST_F(DragScrollTree, ShowsItsModifiedStateAsTheWidgetsProperty)
+{
+    Tree.SetModified(true);
+    EXPECT_TRUE(Tree.isWindowModified());
+    Tree.SetModified(false);
+    EXPECT_FALSE(Tree.isWindowModified());
+}
+
+TEST_F(DragScrollTree, TakesABranch)
+{
+    TTreeNode* inserted =
+        Tree.InsertBranch(Branch(QStringLiteral("n"), {QStringLiteral("n1")}), Node(QStringLiteral("b")), naInsert);
+    ASSERT_NE(inserted, nullptr);
+    EXPECT_EQ(inserted->Caption(), QStringLiteral("n"));
+    EXPECT_EQ(inserted->Tree(), &Tree);
+    EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 n n1 b b1 b2 c d e"));
+    EXPECT_TRUE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, TakesABranchInEveryMode)
+{
+    TTreeNode* b = Node(QStringLiteral("b"));
+    Tree.InsertBranch(Branch(QStringLiteral("1")), b, naAdd);
+    Tree.InsertBranch(Branch(QStringLiteral("2")), b, naAddFirst);
+    Tree.InsertBranch(Branch(QStringLiteral("3")), b, naAddChild);
+    Tree.InsertBranch(Branch(QStringLiteral("4")), b, naAddChildFirst);
+    Tree.InsertBranch(Branch(QStringLiteral("5")), b, naInsert);
+    EXPECT_EQ(Reading(), QStringLiteral("top 2 a a1 a2 5 b 4 b1 b2 3 c d e 1"));
+}
+
+TEST_F(DragScrollTree, TakesNoBranchThatIsNone)
+{
+    EXPECT_EQ(Tree.InsertBranch(nullptr, Tree.TopNode(), naAddChild), nullptr);
+    EXPECT_FALSE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, DestroysABranchThatCannotGoWhereItShould)
+{
+    TTreeNode detached;
+    auto branch = Branch(QStringLiteral("n"));
+    const TNodeRef reference(branch.get());
+    EXPECT_EQ(Tree.InsertBranch(std::move(branch), &detached, naAdd), nullptr);
+    EXPECT_EQ(reference.Get(), nullptr);
+    EXPECT_FALSE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, RemovesABranchWithAllBelow)
+{
+    const TNodeRef inner(Node(QStringLiteral("a1")));
+    const TNodeRef other(Node(QStringLiteral("b")));
+    Tree.RemoveBranches(Nodes(QStringLiteral("a")));
+    EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 c d e"));
+    EXPECT_EQ(inner.Get(), nullptr);
+    EXPECT_NE(other.Get(), nullptr);
+    EXPECT_EQ(Tree.Deleted, QStringList{QStringLiteral("a")});
+    EXPECT_TRUE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, RemovesNestedAndDoubledNodesOnce)
+{
+    Tree.RemoveBranches(Nodes(QStringLiteral("a1 a b2 a a2 b2 d")));
+    EXPECT_EQ(Reading(), QStringLiteral("top b b1 c e"));
+    EXPECT_EQ(Tree.Deleted.join(u' '), QStringLiteral("a b2 d"));
+}
+
+TEST_F(DragScrollTree, RemovesAlternatingNodes)
+{
+    Tree.RemoveBranches(Nodes(QStringLiteral("e a c")));
+    EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 d"));
+}
+
+TEST_F(DragScrollTree, RemovesFromSeveralParents)
+{
+    Tree.RemoveBranches(Nodes(QStringLiteral("b1 a2 e a1 d")));
+    EXPECT_EQ(Reading(), QStringLiteral("top a b b2 c"));
+}
+
+TEST_F(DragScrollTree, RemovesItsTopNode)
+{
+    Tree.RemoveBranches({Tree.TopNode()});
+    EXPECT_EQ(Tree.TopNode(), nullptr);
+    EXPECT_EQ(Tree.topLevelItemCount(), 0);
+}
+
+TEST_F(DragScrollTree, IsNotModifiedByRemovingNothing)
+{
+    Tree.RemoveBranches({});
+    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_TRUE(Tree.updatesEnabled());
+}
+
+TEST_F(DragScrollTree, RemovesItsSelection)
+{
+    Click(QStringLiteral("c"));
+    Click(QStringLiteral("d"), Qt::ShiftModifier);
+    Tree.RemoveBranches(Tree.SelectedNodes());
+    EXPECT_EQ(Selected(), QString());
+    EXPECT_EQ(Tree.SelectedNode(), nullptr);
+    EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 e"));
+}
+
+TEST_F(DragScrollTree, GuardsWhatAFrameDoesOnDeletion)
+{
+    TRecordedMessages messages;
+    Tree.FailOnDeletion = true;
+    EXPECT_NO_THROW(Tree.RemoveBranches(Nodes(QStringLiteral("c"))));
+    EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("deletion")});
+    EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 d e"));
+}
+
+TEST_F(DragScrollTree, RemovesTenThousandNodes)
+{
+    constexpr int Total = 10000;
+    auto top = Branch(QStringLiteral("top"));
+    QList<QTreeWidgetItem*> children;
+    QList<TTreeNode*> odd;
+    for (int i = 0; i < Total; ++i) {
+        auto* node = new TTreeNode(QString::number(i));
+        children.append(node);
+        if (i % 2)
+            odd.append(node);
+    }
+    top->addChildren(children);
+    Tree.ReplaceContent(std::move(top));
+    Tree.expandAll();
+    const TNodeRef last(odd.last());
+
+    Tree.RemoveBranches(odd);
+    ASSERT_EQ(Tree.TopNode()->Count(), Total / 2);
+    for (int i = 0; i < Total / 2; ++i)
+        ASSERT_EQ(Tree.TopNode()->Child(i)->Caption(), QString::number(2 * i));
+    EXPECT_EQ(last.Get(), nullptr);
+
+    QList<TTreeNode*> rest;
+    for (int i = 0; i < Tree.TopNode()->Count(); ++i)
+        rest.prepend(Tree.TopNode()->Child(i));
+    Tree.RemoveBranches(rest);
+    EXPECT_EQ(Tree.TopNode()->Count(), 0);
+}
+
+TEST_F(DragScrollTree, MovesABranch)
+{
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("d")), naInsert));
+    EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 c a a1 a2 d e"));
+    EXPECT_TRUE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, KeepsExpansionWhenABranchMoves)
+{
+    Node(QStringLiteral("b"))->setExpanded(false);
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(Node(QStringLiteral("a"))->isExpanded());
+    EXPECT_FALSE(Node(QStringLiteral("b"))->isExpanded());
+}
+
+TEST_F(DragScrollTree, KeepsExpansionBelowABranchThatMoves)
+{
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("a")), naAddChild));
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(Node(QStringLiteral("a"))->isExpanded());
+    EXPECT_TRUE(Node(QStringLiteral("b"))->isExpanded());
+}
+
+TEST_F(DragScrollTree, KeepsTheSelectionOfABranchThatMoves)
+{
+    Click(QStringLiteral("a"));
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_EQ(Selected(), QStringLiteral("a"));
+    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("a")));
+}
+
+TEST_F(DragScrollTree, KeepsTheSelectionOfOthersWhenABranchMoves)
+{
+    Click(QStringLiteral("c"));
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_EQ(Selected(), QStringLiteral("c"));
+}
+
+TEST_F(DragScrollTree, KeepsTheSelectionOfSeveralWhenOneOfThemMoves)
+{
+    Click(QStringLiteral("a"));
+    Click(QStringLiteral("c"), Qt::ControlModifier);
+    Click(QStringLiteral("d"), Qt::ControlModifier);
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("c")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_EQ(Selected(), QStringLiteral("a c d"));
+}
+
+TEST_F(DragScrollTree, KeepsTheSelectionBelowABranchThatMoves)
+{
+    Click(QStringLiteral("a1"));
+    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_EQ(Selected(), QStringLiteral("a1"));
+}
+
+TEST_F(DragScrollTree, ChangesNothingWhenABranchCannotMove)
+{
+    Click(QStringLiteral("a"));
+    EXPECT_FALSE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("a1")), naAddChild));
+    EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 c d e"));
+    EXPECT_EQ(Selected(), QStringLiteral("a"));
+    EXPECT_FALSE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, NotesAChangedRecord)
+{
+    TTreeNode* a = Node(QStringLiteral("a"));
+    EXPECT_FALSE(Tree.ChangeRecord(a, [] { return false; }));
+    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_TRUE(Tree.ChangeRecord(a, [] { return true; }));
+    EXPECT_TRUE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, LetsAFailedChangePass)
+{
+    EXPECT_THROW(Tree.ChangeRecord(Node(QStringLiteral("a")), []() -> bool { throw TUserError(QStringLiteral("x")); }),
+                 TUserError);
+    EXPECT_FALSE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, IsNotEditableAtFirst)
+{
+    EXPECT_FALSE(Tree.GetEditable());
+    Click(QStringLiteral("a"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    EXPECT_EQ(Editor(), nullptr);
+}
+
+TEST_F(DragScrollTree, TellsFramesThatItIsEditable)
+{
+    Tree.SetEditable(true);
+    EXPECT_TRUE(Tree.GetEditable());
+    Tree.SetEditable(false);
+    EXPECT_EQ(Tree.Editable, (QList<bool>{true, false}));
+}
+
+TEST_F(DragScrollTree, IsEditedInPlace)
+{
+    Tree.SetEditable(true);
+    Click(QStringLiteral("a"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr);
+    EXPECT_EQ(Editor()->text(), QStringLiteral("a"));
+    Type(QStringLiteral("Flur"));
+    EXPECT_EQ(Tree.Edited, QStringList{QStringLiteral("a=Flur")});
+    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("Flur"));
+    EXPECT_TRUE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, KeepsTheCaptionOfARefusedText)
+{
+    Tree.SetEditable(true);
+    Tree.FinishEditing(Node(QStringLiteral("a")), QString());
+    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+    EXPECT_FALSE(Tree.IsModified());
+}
+
+TEST_F(DragScrollTree, KeepsTheCaptionWhenEditingIsGivenUp)
+{
+    Tree.SetEditable(true);
+    Click(QStringLiteral("a"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr);
+    QTest::keyClicks(Editor(), QStringLiteral("Flur"));
+    QTest::keyClick(Editor(), Qt::Key_Escape);
+    EXPECT_TRUE(Tree.Edited.isEmpty());
+    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+}
+
+TEST_F(DragScrollTree, DoesNotEditWhatAFrameLocks)
+{
+    Tree.SetEditable(true);
+    Tree.Locked = Node(QStringLiteral("b"));
+    Click(QStringLiteral("b"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    EXPECT_EQ(Editor(), nullptr);
+    Click(QStringLiteral("c"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    EXPECT_NE(Editor(), nullptr);
+}
+
+TEST_F(DragScrollTree, GuardsWhatAFrameDoesAfterEditing)
+{
+    TRecordedMessages messages;
+    Tree.SetEditable(true);
+    Click(QStringLiteral("a"));
+    QTest::keyClick(&Tree, Qt::Key_F2);
+    Type(QStringLiteral("fail"));
+    EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("edit")});
+    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+}
+
+TEST(PlainDragScrollTree, RefusesEveryText)
+{
+    TDragScrollTree tree;
+    tree.ReplaceContent(Branch(QStringLiteral("top")));
+    tree.SetEditable(true);
+    tree.TopNode()->setText(0, QStringLiteral("neu"));
+    EXPECT_EQ(tree.TopNode()->Caption(), QStringLiteral("top"));
+    EXPECT_FALSE(tree.IsModified());
+}
+
+TEST(PlainDragScrollTree, HasNoImagesAtFirst)
+{
+    const TDragScrollTree tree;
+    EXPECT_TRUE(tree.Image(0).isNull());
+    EXPECT_TRUE(tree.Image(-1).isNull());
+}
+
+TEST(PlainDragScrollTree, ForgetsReferencesWhenItIsDestroyed)
+{
+    auto tree = std::make_unique<TDragScrollTree>();
+    tree->ReplaceContent(Branch(QStringLiteral("top"), {QStringLiteral("a")}));
+    const TNodeRef reference(tree->TopNode()->Child(0));
+    tree->SelectNode(reference.Get());
+    tree.reset();
+    EXPECT_EQ(reference.Get(), nullptr);
+}
+
+TEST(RepaintPause, SuspendsRepaintingWhileItLives)
+{
+    QWidget widget;
+    {
+        const TRepaintPause pause(&widget);
+        EXPECT_FALSE(widget.updatesEnabled());
+        const TRepaintPause inner(&widget);
+    }
+    EXPECT_TRUE(widget.updatesEnabled());
+    widget.setUpdatesEnabled(false);
+    {
+        const TRepaintPause pause(&widget);
+    }
+    EXPECT_FALSE(widget.updatesEnabled());
+}

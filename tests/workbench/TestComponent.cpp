@@ -1,0 +1,131 @@
+#include "TestComponent.h"
+
+#include "Vlapputils.h"
+#include "Vlclassregistry.h"
+#include "Vlerrors.h"
+#include "Vlmessages.h"
+#include "Vlurlname.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace
+{
+
+const auto ClassName = QStringLiteral("TTestComponent");
+
+} // namespace
+
+int TTestComponent::LiveCount = 0;
+
+TTestComponent::TTestComponent(QWidget* parent)
+    : QWidget(parent),
+      Field(new QLineEdit(this)),
+      ExportAction(AddAction(QStringLiteral("MenuAction_Export"), QStringLiteral("Exportieren")))
+{
+    ++LiveCount;
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    (new QVBoxLayout(this))->addWidget(Field, 0, Qt::AlignTop);
+    ExportAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    connect(ExportAction, &QAction::triggered, this, [this] { Guarded([this] { Export(); }); });
+    auto* separator = new QAction(this);
+    separator->setSeparator(true);
+    addAction(separator);
+    AddAction(QStringLiteral("MenuAction_Disabled"), QStringLiteral("Gesperrt"))->setEnabled(false);
+    AddAction(QStringLiteral("MenuAction_Hidden"), QStringLiteral("Verborgen"))->setVisible(false);
+    UserManager()->AddListener(this, &TTestComponent::HandleProjectChange);
+}
+
+TTestComponent::~TTestComponent()
+{
+    --LiveCount;
+}
+
+void TTestComponent::Register()
+{
+    RegisterComponent(ClassName, [](QWidget* parent) { return new TTestComponent(parent); });
+    IInterface* found = nullptr;
+    FindApplicationInterface(IID_IRegisterClient, &found);
+    if (auto* clients = static_cast<IRegisterClient*>(found))
+        clients->RegisterComponentClass(QString::fromLatin1(ProgIdConfigTree), ClassName);
+}
+
+void TTestComponent::Unregister()
+{
+    UnregisterComponent(ClassName);
+}
+
+QAction* TTestComponent::AddAction(const QString& name, const QString& caption)
+{
+    auto* action = new QAction(caption, this);
+    action->setObjectName(name);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(action);
+    return action;
+}
+
+bool TTestComponent::QueryInterface(const TGuid& iid, void** result)
+{
+    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
+    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
+    return known;
+}
+
+int TTestComponent::AddRef()
+{
+    return 1;
+}
+
+int TTestComponent::Release()
+{
+    return 1;
+}
+
+void TTestComponent::RequestData(const QVariant&, QVariant& out)
+{
+    out = {};
+}
+
+void TTestComponent::QueryCmd(const char* command, bool& accepted)
+{
+    accepted = !CommandText(command).contains(QStringLiteral("refuse"));
+}
+
+void TTestComponent::ExecuteCmd(const char* command, bool& handled)
+{
+    handled = true;
+    const QString text = CommandText(command);
+    Commands.append(text);
+    if (text.contains(QStringLiteral("throw")))
+        throw TUserError(QStringLiteral("Geworfen"));
+    if (text.contains(QStringLiteral("error")))
+        ShowError(QStringLiteral("Gemeldet"));
+    if (text.contains(QStringLiteral("ask")))
+        setWindowModified(Confirm(QStringLiteral("Wirklich?")));
+    if (text.contains(QStringLiteral("inform")))
+        ShowInformation(QStringLiteral("Nur so.\nZweite Zeile."));
+    if (text.contains(QStringLiteral("later")))
+        QTimer::singleShot(0, this, [] { throw TUserError(QStringLiteral("Später geworfen")); });
+    if (text.contains(QStringLiteral("modal")))
+        QDialog(this).exec();
+    Note(Field, QStringLiteral("Befehl %1").arg(UserManager()->DecodeVars(text)));
+}
+
+void TTestComponent::Export()
+{
+    ++Exports;
+    if (ExportFails)
+        throw TUserError(QStringLiteral("Export misslungen"));
+    setWindowModified(ExportKeepsModified);
+    Note(this, QStringLiteral("exportiert nach %1").arg(GetEnvironment("NORHOME")));
+}
+
+void TTestComponent::HandleProjectChange(QObject*, TUserProperty, const QString&)
+{
+    ++ProjectChanges;
+    setWindowModified(false);
+    Note(this, QStringLiteral("neu geladen"));
+}

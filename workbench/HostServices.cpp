@@ -1,0 +1,23 @@
+#include "HostServices.h"
+
+#include "Installation.h"
+#include "Userman.h"
+#include "Vlerrors.h"
+
+THostServices::THostServices()
+{
+    SetupUserManager();
+    SetApplicationInterface(IID_IRegisterClient, &m_clients);
+}
+
+THostServices::~THostServices()
+{
+    m_package.reset();
+    SetApplicationInterface(IID_IRegisterClient, nullptr);
+    DisposeUserManager();
+}
+
+void THostServices::LoadPackage()
+{
+    Guarded([this] { m_package = std::make_unique<TLoadedPackage>(PackageFile()); });
+}
