@@ -17,6 +17,7 @@ int main(int argc, char** argv)
 
     AddSceneMeasures();
     AddEditMeasures();
+    AddDatapointMeasures();
     AddMemoryMeasures();
     AddStartMeasures();
 

@@ -56,6 +56,7 @@ void AddSceneMeasures();
 void AddMemoryMeasures();
 void AddStartMeasures();
 void AddEditMeasures();
+void AddDatapointMeasures();
 
 // What the program does instead when it is started as a child to weigh itself; false when it was not.
 bool RunAsMemoryChild(int argc, char** argv);

@@ -12,7 +12,7 @@ TCmdTreeFrame::TCmdTreeFrame(QWidget* parent) : TDragScrollTree(parent) {}
 TCmdTreeFrame::~TCmdTreeFrame()
 {
     // At the end of the application the host takes the manager down first.
-    if (m_listening && !QCoreApplication::closingDown() && UserManager())
+    if (!QCoreApplication::closingDown() && UserManager())
         UserManager()->RemoveListener(this, &TCmdTreeFrame::HandleProjectChange);
 }
 
@@ -50,10 +50,9 @@ void TCmdTreeFrame::QueryCmd(const char*, bool& accepted)
 
 void TCmdTreeFrame::SetProjectListener(const QString& path)
 {
-    if (m_listening || !UserManager() || !TUserManager::DependsOnProject(path))
-        return;
-    UserManager()->AddListener(this, &TCmdTreeFrame::HandleProjectChange);
-    m_listening = true;
+    // The manager tolerates a listener that is added again.
+    if (UserManager() && TUserManager::DependsOnProject(path))
+        UserManager()->AddListener(this, &TCmdTreeFrame::HandleProjectChange);
 }
 
 QString TCmdTreeFrame::DecodePath(const QString& path)
@@ -63,7 +62,7 @@ QString TCmdTreeFrame::DecodePath(const QString& path)
 
 QString TCmdTreeFrame::ExpandPath(const QString& path)
 {
-    return UserManager() ? UserManager()->EnvToFilePath(path) : ToPackagePath(ExpandEnvStrings(path));
+    return UserManager() ? UserManager()->EnvToFilePath(path) : ToPackagePath(path);
 }
 
 void TCmdTreeFrame::HandleProjectChange(QObject* sender, TUserProperty, const QString&)

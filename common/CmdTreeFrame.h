@@ -32,6 +32,9 @@ public:
     // Brings the states of the frame's actions up to date; the host calls it by name before it shows or runs them.
     Q_INVOKABLE virtual void UpdateActions() {}
 
+    // Takes over what the user has typed and not confirmed yet; the host calls it by name before it asks about changes.
+    Q_INVOKABLE virtual void CommitEdits() { CommitEditor(); }
+
 protected:
     // The steps of a command, in their order: before it is parsed, for each of its items (the colours are applied
     // before and do not arrive here), and at its end. The end is not reached when a step fails.
@@ -53,5 +56,4 @@ private:
     void HandleProjectChange(QObject* sender, TUserProperty property, const QString& value);
 
     int m_references = 0;
-    bool m_listening = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vlcodepage.h"
+#include "Vlerrors.h"
 
 #include <QIODevice>
 #include <QString>
@@ -28,20 +29,22 @@ template <class... TArguments> QString FormatText(const char* format, const TArg
 QString FormatText(const QString& format, const QString& argument);
 
 // Writes a document line by line in the system's code page, each line with one write of its length. The device stays
-// the caller's; a failed write shows in its state.
+// the caller's.
 class TLineWriter
 {
 public:
     explicit TLineWriter(QIODevice& device) : m_device(device) {}
 
-    // `format` carries its line end. Texts are inserted raw: the readers of these documents expect them so.
+    // `format` carries its line end. Throws TFileError when the device does not take the line. Texts are inserted raw:
+    // the readers of these documents expect them so.
     template <class... TArguments> void Write(const char* format, const TArguments&... arguments)
     {
         m_line.clear();
         fmt::detail::vprintf(
             m_line, fmt::basic_string_view<char>(format),
             fmt::basic_format_args<fmt::printf_context>(fmt::make_printf_args(Argument(arguments)...)));
-        m_device.write(m_line.data(), static_cast<qint64>(m_line.size()));
+        if (m_device.write(m_line.data(), static_cast<qint64>(m_line.size())) != static_cast<qint64>(m_line.size()))
+            throw TFileError(m_device.errorString());
     }
 
 private:

@@ -3,9 +3,14 @@
 #include "Vlerrors.h"
 
 #include <QAction>
+#include <QEvent>
+#include <QPointer>
 #include <QWidget>
 
-TPopupMenu::TPopupMenu(QWidget* widget) : QObject(widget), m_widget(widget), m_menu(new QMenu(widget)) {}
+TPopupMenu::TPopupMenu(QWidget* widget) : QObject(widget), m_widget(widget), m_menu(new QMenu(widget))
+{
+    widget->installEventFilter(this);
+}
 
 TPopupMenu::~TPopupMenu() = default;
 
@@ -13,6 +18,14 @@ void TPopupMenu::ApplyRules() const
 {
     for (const TEntry& entry : m_entries)
         entry.Action->setEnabled(entry.Enabled());
+}
+
+bool TPopupMenu::eventFilter(QObject* watched, QEvent* event)
+{
+    // Comes before a key is looked up among the short cuts.
+    if (event->type() == QEvent::ShortcutOverride)
+        Guarded([this] { ApplyRules(); });
+    return QObject::eventFilter(watched, event);
 }
 
 void TPopupMenu::SetAttached(bool attached)
@@ -41,9 +54,11 @@ void TPopupMenu::AddRow(const char* name, TResourceId caption, const char* short
     action->setShortcutContext(Qt::WidgetShortcut);
     connect(action, &QAction::triggered, this, [this, execute, enabled] {
         Guarded([&] {
+            const QPointer<TPopupMenu> self(this);
             if (enabled())
                 execute();
-            ApplyRules();
+            if (self)
+                ApplyRules();
         });
     });
     m_menu->addAction(action);

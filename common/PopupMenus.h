@@ -48,8 +48,10 @@ public:
     // Gives the actions to the widget, or takes them away, with their short cuts.
     void SetAttached(bool attached);
 
-    // Puts every action into the state that its rule asks for.
+    // Puts every action into the state that its rule asks for. Done by itself before a short cut fires.
     void ApplyRules() const;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct TEntry

@@ -33,6 +33,8 @@ QToolButton* TPropsDialog::MakeMoveButton(const char* name, Qt::ArrowType arrow,
     button->setArrowType(arrow);
     button->setToolTip(hint);
     button->setAccessibleName(hint);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setShortcut(direction == dirUp ? QKeySequence(Qt::ALT | Qt::Key_Up) : QKeySequence(Qt::ALT | Qt::Key_Down));
     connect(button, &QToolButton::clicked, this, [this, direction] {
         Guarded([&] {
             if (!m_moveEvent)
@@ -69,7 +71,7 @@ void TPropsDialog::MakeButtons()
 
 void TPropsDialog::EndTabOrder(QWidget* last)
 {
-    const QList<QWidget*> order{last, m_ok, m_apply, m_cancel, m_autoAccept, m_up, m_down};
+    const QList<QWidget*> order{last, m_ok, m_apply, m_cancel, m_autoAccept};
     for (qsizetype i = 1; i < order.size(); ++i)
         setTabOrder(order[i - 1], order[i]);
 }

@@ -1,6 +1,6 @@
 #include "UnitList.h"
 
-TUnitList::TUnitList(std::vector<TUnit> units)
+TUnitList::TUnitList(const std::vector<TUnit>& units)
 {
     for (const TUnit& unit : units) {
         m_units.push_back({.Unit = unit});

@@ -15,7 +15,7 @@ struct TUnit
 class TUnitList
 {
 public:
-    explicit TUnitList(std::vector<TUnit> units);
+    explicit TUnitList(const std::vector<TUnit>& units);
 
     void Initialize();
     // One call too many does no harm.

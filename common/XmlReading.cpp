@@ -22,6 +22,16 @@ std::string_view ToView(const xmlChar* text)
     return reinterpret_cast<const char*>(text);
 }
 
+// A name without its prefix; with it, when the prefix is not declared and hence only a part of the name, which
+// `qualified` then holds.
+std::string_view NameOf(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, std::string& qualified)
+{
+    if (!prefix || uri)
+        return ToView(local);
+    qualified.append(ToView(prefix)).append(":").append(ToView(local));
+    return qualified;
+}
+
 struct TParserDeleter
 {
     void operator()(xmlParserCtxtPtr context) const
@@ -51,16 +61,18 @@ struct TReading
     }
 };
 
-void BeginElement(void* data, const xmlChar* name, const xmlChar*, const xmlChar*, int, const xmlChar**, int count, int,
-                  const xmlChar** values)
+void BeginElement(void* data, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int, const xmlChar**,
+                  int count, int, const xmlChar** values)
 {
     auto& reading = *static_cast<TReading*>(data);
     const TXmlAttributes attributes(values, count);
     const int depth = reading.Depth++;
     try {
+        std::string qualified;
+        const std::string_view name = NameOf(local, prefix, uri, qualified);
         if (depth > 0)
-            reading.Visitor.BeginElement(depth, ToView(name), attributes);
-        else if (!reading.Visitor.BeginRoot(ToView(name), attributes))
+            reading.Visitor.BeginElement(depth, name, attributes);
+        else if (!reading.Visitor.BeginRoot(name, attributes))
             reading.Refuse();
     } catch (...) {
         reading.Failure = std::current_exception();
@@ -96,11 +108,13 @@ int KeepOpen(void*)
 
 } // namespace
 
-TXmlAttribute TXmlAttributes::TIterator::operator*() const
+TXmlAttribute TXmlAttributes::TIterator::operator*()
 {
     const auto* begin = reinterpret_cast<const char*>(m_at[3]);
     const auto* end = reinterpret_cast<const char*>(m_at[4]);
-    return {.Name = ToView(m_at[0]), .Value = {begin, static_cast<std::size_t>(end - begin)}};
+    m_qualified.clear();
+    return {.Name = NameOf(m_at[0], m_at[1], m_at[2], m_qualified),
+            .Value = {begin, static_cast<std::size_t>(end - begin)}};
 }
 
 TXmlAttributes::TIterator& TXmlAttributes::TIterator::operator++()

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include <functional>
+#include <string>
 #include <string_view>
 
 // An attribute as the parser gives it. Both are UTF-8 and live only during the call.
@@ -21,13 +21,14 @@ public:
     public:
         TIterator(const unsigned char** at, int remaining) : m_at(at), m_remaining(remaining) {}
 
-        TXmlAttribute operator*() const;
+        TXmlAttribute operator*();
         TIterator& operator++();
         bool operator!=(const TIterator& other) const { return m_remaining != other.m_remaining; }
 
     private:
         const unsigned char** m_at;
         int m_remaining;
+        std::string m_qualified; // the name of an attribute whose prefix is not declared
     };
 
     TXmlAttributes(const unsigned char** attributes, int count) : m_attributes(attributes), m_count(count) {}

@@ -63,6 +63,8 @@ TColor StrToColorDef(QStringView text, TColor defaultColor)
     if (const auto value = StrToInt(text))
         return static_cast<TColor>(*value);
     // Decimal system colours lie above the signed range.
+    while (text.startsWith(u' '))
+        text = text.mid(1);
     for (const QChar c : text) {
         if (c < u'0' || c > u'9')
             return defaultColor;

@@ -5,8 +5,10 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QHash>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSet>
 
@@ -14,6 +16,8 @@
 
 namespace
 {
+
+constexpr int ScrollInterval = 50; // milliseconds from row to row
 
 // The branches of a list: without nodes that stand below another node of the list, and each once.
 QList<TTreeNode*> OutermostBranches(const QList<TTreeNode*>& nodes)
@@ -253,6 +257,8 @@ bool TDragScrollTree::MoveBranch(TTreeNode* branch, TTreeNode* node, TNodeAttach
             selected.append({below, below->SelectionSerial()});
     });
     auto* current = static_cast<TTreeNode*>(currentItem());
+    const TTreeNode* parent = branch->Parent();
+    const int index = branch->Index();
     if (!branch->MoveTo(node, mode))
         return false;
     for (TTreeNode* open : std::as_const(expanded))
@@ -263,7 +269,8 @@ bool TDragScrollTree::MoveBranch(TTreeNode* branch, TTreeNode* node, TNodeAttach
     }
     if (current && current->IsWithin(branch))
         setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
-    SetModified(true);
+    if (branch->Parent() != parent || branch->Index() != index)
+        SetModified(true);
     return true;
 }
 
@@ -276,8 +283,21 @@ bool TDragScrollTree::ChangeRecord(TTreeNode* node, const std::function<bool()>&
     return true;
 }
 
+void TDragScrollTree::CommitEditor()
+{
+    if (state() != EditingState)
+        return;
+    const QList<QLineEdit*> editors = viewport()->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QLineEdit* editor : editors) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 void TDragScrollTree::FinishEditing(TTreeNode* node, const QString& text)
 {
+    if (!m_editable)
+        return;
     Guarded([&] { HandleEdited(node, text); });
 }
 
@@ -315,30 +335,39 @@ void TDragScrollTree::Drop(const QMimeData*, TTreeNode*) {}
 
 void TDragScrollTree::mousePressEvent(QMouseEvent* event)
 {
-    m_pressedAt = event->position().toPoint();
-    m_dragPrepared = false;
+    // What the popup menu does to the selection is for the menu to say.
+    if (event->button() == Qt::RightButton)
+        return;
+    if (event->button() == Qt::LeftButton) {
+        m_pressedAt = event->position().toPoint();
+        m_pressedNode.Set(NodeAt(m_pressedAt));
+        m_press = m_pressedNode ? TPress::OnNode : TPress::Beside;
+    }
     QTreeWidget::mousePressEvent(event);
 }
 
 void TDragScrollTree::mouseMoveEvent(QMouseEvent* event)
 {
-    TTreeNode* pressed = NodeAt(m_pressedAt);
-    if (!(event->buttons() & Qt::LeftButton) || !pressed || state() == DragSelectingState) {
+    if (!(event->buttons() & Qt::LeftButton) || m_press == TPress::Beside) {
         QTreeWidget::mouseMoveEvent(event);
         return;
     }
-    if (!m_dragPrepared) {
-        Guarded([&] { m_dragPrepared = PrepareDrag(pressed, event->modifiers()); });
-        if (!m_dragPrepared)
-            return;
+    if (m_press == TPress::OnNode) {
+        m_press = TPress::Spent;
+        Guarded([&] {
+            if (m_pressedNode && PrepareDrag(m_pressedNode.Get(), event->modifiers()))
+                m_press = TPress::Draggable;
+        });
     }
-    if ((event->position().toPoint() - m_pressedAt).manhattanLength() >= DragThreshold)
+    const QPoint distance = event->position().toPoint() - m_pressedAt;
+    if (m_press == TPress::Draggable && distance.manhattanLength() >= DragThreshold)
         RunDrag();
 }
 
 void TDragScrollTree::RunDrag()
 {
-    m_dragPrepared = false;
+    m_press = TPress::Spent;
+    const QPointer<TDragScrollTree> alive(this);
     Guarded([this] {
         if (std::unique_ptr<QMimeData> content = StartDrag()) {
             auto* drag = new QDrag(this);
@@ -346,6 +375,9 @@ void TDragScrollTree::RunDrag()
             drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
         }
     });
+    // The drag has an event loop of its own, in which the pane may have been closed.
+    if (!alive)
+        return;
     setState(NoState);
     Guarded([this] { EndDrag(); });
 }
@@ -360,11 +392,38 @@ void TDragScrollTree::dragEnterEvent(QDragEnterEvent* event)
 
 void TDragScrollTree::dragMoveEvent(QDragMoveEvent* event)
 {
-    // The view scrolls near its edges; what may be dropped is for the editor to say.
-    QTreeWidget::dragMoveEvent(event);
+    // The view itself would scroll only as long as the mouse moves.
+    ScrollNearEdge(event->position().toPoint());
     const bool accepted = AcceptsDrop(event->mimeData(), NodeAt(event->position().toPoint()));
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(accepted);
+}
+
+void TDragScrollTree::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    m_scrollTimer.stop();
+    QTreeWidget::dragLeaveEvent(event);
+}
+
+void TDragScrollTree::ScrollNearEdge(const QPoint& position)
+{
+    const bool nearTop = position.y() < autoScrollMargin();
+    const bool nearBottom = position.y() >= viewport()->height() - autoScrollMargin();
+    m_scrollStep = static_cast<int>(nearBottom) - static_cast<int>(nearTop);
+    if (m_scrollStep == 0)
+        m_scrollTimer.stop();
+    else if (!m_scrollTimer.isActive())
+        m_scrollTimer.start(ScrollInterval, this);
+}
+
+void TDragScrollTree::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_scrollTimer.timerId()) {
+        QTreeWidget::timerEvent(event);
+        return;
+    }
+    QScrollBar* bar = verticalScrollBar();
+    bar->setValue(bar->value() + m_scrollStep * bar->singleStep());
 }
 
 bool TDragScrollTree::AcceptsDrop(const QMimeData* content, TTreeNode* target) const
@@ -382,6 +441,7 @@ void TDragScrollTree::dropEvent(QDropEvent* event)
     event->setAccepted(accepted);
     if (accepted)
         Guarded([&] { Drop(event->mimeData(), target); });
+    m_scrollTimer.stop();
     setState(NoState);
     viewport()->update();
 }

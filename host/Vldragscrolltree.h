@@ -3,6 +3,7 @@
 #include "Vlexport.h"
 #include "Vltreenode.h"
 
+#include <QBasicTimer>
 #include <QIcon>
 #include <QList>
 #include <QTreeWidget>
@@ -66,6 +67,9 @@ public:
     // How far the mouse moves with its button held, in pixels, before a drag begins.
     static constexpr int DragThreshold = 20;
 
+    // Ends in-place editing, if it is going on, as Enter does.
+    void CommitEditor();
+
     // Called with what in-place editing made of a node.
     void FinishEditing(TTreeNode* node, const QString& text);
 
@@ -79,10 +83,10 @@ protected:
     // About to be deleted, the node and all below it; not called when the whole content is exchanged.
     virtual void HandleDeletion(TTreeNode* node);
 
-    // The course of a drag out of this tree. PrepareDrag is asked when the mouse begins to move over a node with the
-    // left button held: whether a drag may begin there (false keeps the mouse to the view), with the keys held at that
-    // moment. StartDrag gives what is dragged, when the threshold is passed; null drags nothing. EndDrag always
-    // follows.
+    // The course of a drag out of this tree. PrepareDrag is asked once, when the mouse begins to move with the left
+    // button held on a node: whether a drag may begin there, with the keys held at that moment. StartDrag gives what is
+    // dragged, when the threshold is passed; null drags nothing. EndDrag always follows. A press begins one drag at
+    // most.
     virtual bool PrepareDrag(TTreeNode* node, Qt::KeyboardModifiers shiftState);
     virtual std::unique_ptr<QMimeData> StartDrag();
     virtual void EndDrag();
@@ -94,20 +98,35 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
+    // What the left button was pressed on, and what became of it.
+    enum class TPress : quint8
+    {
+        Beside,    // no node
+        OnNode,    // the mouse has not moved yet
+        Draggable, // a drag begins when the threshold is passed
+        Spent,     // a drag was refused or has run
+    };
+
     void RemoveChildren(TTreeNode* parent, const QList<int>& indexes);
     void RemoveByRebuilding(TTreeNode* parent, const QList<int>& indexes);
     void RunDrag();
+    void ScrollNearEdge(const QPoint& position);
     bool AcceptsDrop(const QMimeData* content, TTreeNode* target) const;
 
     QList<QIcon> m_images;
     QPoint m_pressedAt;
+    TNodeRef m_pressedNode;
     quint32 m_lastSerial = 0;
-    bool m_dragPrepared = false;
+    TPress m_press = TPress::Beside;
+    QBasicTimer m_scrollTimer; // runs while something is dragged near the upper or the lower edge
+    int m_scrollStep = 0;
     bool m_editable = false;
 };
 

@@ -1,6 +1,7 @@
 #include "Vlfiledropedit.h"
 
 #include "Vlapputils.h"
+#include "Vlerrors.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -11,11 +12,12 @@
 namespace
 {
 
-// The one local file that is dropped; nothing for several, for other URLs and for plain text.
-std::optional<QString> DroppedFile(const QMimeData* data)
+// The one local file that is dropped; nothing for several, for other URLs, for plain text, and where nothing may be
+// written.
+std::optional<QString> DroppedFile(const QLineEdit& edit, const QMimeData* data)
 {
     const QList<QUrl> urls = data->urls();
-    if (urls.size() != 1 || !urls.first().isLocalFile())
+    if (edit.isReadOnly() || urls.size() != 1 || !urls.first().isLocalFile())
         return std::nullopt;
     return ToPackagePath(urls.first().toLocalFile());
 }
@@ -31,7 +33,7 @@ TVlFileDropEdit::~TVlFileDropEdit() = default;
 
 void TVlFileDropEdit::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (DroppedFile(event->mimeData()))
+    if (DroppedFile(*this, event->mimeData()))
         event->acceptProposedAction();
     else
         QLineEdit::dragEnterEvent(event);
@@ -39,7 +41,7 @@ void TVlFileDropEdit::dragEnterEvent(QDragEnterEvent* event)
 
 void TVlFileDropEdit::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (DroppedFile(event->mimeData()))
+    if (DroppedFile(*this, event->mimeData()))
         event->acceptProposedAction();
     else
         QLineEdit::dragMoveEvent(event);
@@ -47,16 +49,24 @@ void TVlFileDropEdit::dragMoveEvent(QDragMoveEvent* event)
 
 void TVlFileDropEdit::dropEvent(QDropEvent* event)
 {
-    std::optional<QString> file = DroppedFile(event->mimeData());
+    std::optional<QString> file = DroppedFile(*this, event->mimeData());
     if (!file) {
         QLineEdit::dropEvent(event);
         return;
     }
-    if (m_validateFile && !m_validateFile(this, *file)) {
+    if (!Validates(*file)) {
         event->ignore();
         return;
     }
     event->acceptProposedAction();
     setText(*file);
     Q_EMIT FileDropped(*file);
+}
+
+bool TVlFileDropEdit::Validates(QString& fileName)
+{
+    bool valid = !m_validateFile;
+    if (m_validateFile)
+        Guarded([&] { valid = m_validateFile(this, fileName); });
+    return valid;
 }

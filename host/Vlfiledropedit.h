@@ -31,5 +31,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    bool Validates(QString& fileName);
+
     TValidateFileEvent m_validateFile;
 };

@@ -18,7 +18,8 @@ public:
     TNodeRef(const TNodeRef& other) { Attach(other.m_node); }
     TNodeRef& operator=(const TNodeRef& other)
     {
-        Set(other.m_node);
+        if (this != &other)
+            Set(other.m_node);
         return *this;
     }
     ~TNodeRef() { Detach(); }

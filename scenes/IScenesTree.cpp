@@ -51,6 +51,8 @@ TConfigTreeFrame::TConfigTreeFrame(QWidget* parent)
     connect(m_popupMenu->Menu(), &QMenu::aboutToHide, this, [this] {
         // The chosen operation runs after the menu has gone and still needs the node.
         QTimer::singleShot(0, this, [this] {
+            if (m_popupMenu->Menu()->isVisible())
+                return; // opened again meanwhile, for another node
             m_menuNode.reset();
             m_popupMenu->ApplyRules();
         });
@@ -79,10 +81,11 @@ void TConfigTreeFrame::LoadScenes(const QString& fileName)
     m_scenesFile = fileName;
     const THourglass hourglass;
     const TRepaintPause pause(this);
-    ReplaceContent(nullptr);
-    ReplaceContent(LoadSceneTree(fileName, m_files));
+    std::unique_ptr<TSceneNode> content = LoadSceneTree(fileName, m_files);
+    ReplaceContent(std::move(content));
     Top()->setExpanded(true);
     SetModified(false);
+    SendSections();
     m_popupMenu->ApplyRules();
     Note(this, QStringLiteral("%1 geladen").arg(CountsText(CountScenes(Top()))));
 }
@@ -139,6 +142,7 @@ void TConfigTreeFrame::MenuAction_Reload()
 
 void TConfigTreeFrame::MenuAction_Export()
 {
+    CommitEdits();
     SaveScenes(m_scenesFile);
 }
 
@@ -177,6 +181,7 @@ void TConfigTreeFrame::LoadScenesIfPresent(const QString& fileName)
 void InitializeScenesUnit()
 {
     InitializeXml();
+    ResetSceneIds();
     RegisterComponent(ClassName, [](QWidget* parent) -> QWidget* { return new TConfigTreeFrame(parent); });
     IInterface* found = nullptr;
     FindApplicationInterface(IID_IRegisterClient, &found);

@@ -40,7 +40,7 @@ public:
     // single top; an empty name reads nothing.
     int InitializeMenu(const QString& fileName);
 
-    // Releases the properties dialog that all frames share, if there is one. Pending changes in it are lost.
+    // Releases the properties dialog that all frames share, if there is one. Changes that wait in it are applied.
     static void FinalizeScenes();
 
     const QString& GetScenesPath() const { return m_scenesPath; }
@@ -71,6 +71,7 @@ public:
     void MenuAction_Export();
 
     void UpdateActions() override { m_popupMenu->ApplyRules(); }
+    void CommitEdits() override;
 
 protected:
     void BeginCommand() override;
@@ -139,6 +140,7 @@ private:
     void FollowInDialog(TSceneNode* node);
     void ApplyPending();
     void SendSections();
+    void RefreshDialog(const TSceneNode* changed);
     void HandleDialogAccept();
     void HandleDialogClose();
     void HandlePartChange(int part);

@@ -36,8 +36,10 @@ TSceneNode* ShownFor(TSceneNode* node)
 
 void TConfigTreeFrame::FinalizeScenes()
 {
-    if (Shared().Frame)
+    if (Shared().Frame) {
+        Shared().Frame->ApplyPending();
         Shared().Frame->m_dialogNode.Set(nullptr);
+    }
     Shared().Frame = nullptr;
     delete Shared().Dialog.data();
 }
@@ -135,6 +137,21 @@ void TConfigTreeFrame::ApplyPending()
         HandleDialogAccept();
 }
 
+// The node in the dialog was changed elsewhere: what is shown must not be written back over it.
+void TConfigTreeFrame::RefreshDialog(const TSceneNode* changed)
+{
+    TSceneNode* shown = m_dialogNode.Get();
+    const bool concerned = shown && (shown == changed || shown->Item()->Link.Get() == changed);
+    if (concerned && IsDialogShown() && !Shared().Dialog->GetChanged())
+        FillDialog(shown);
+}
+
+void TConfigTreeFrame::CommitEdits()
+{
+    CommitEditor();
+    ApplyPending();
+}
+
 void TConfigTreeFrame::SendSections()
 {
     if (Shared().Dialog && Shared().Frame == this)
@@ -148,6 +165,11 @@ void TConfigTreeFrame::HandleDialogAccept()
     if (!dialog || !node)
         return;
     const bool newAlias = dialog->GetNodeAlias() != node->Item()->Alias;
+    // What a bound node remembers of its datapoint is not stored while it is bound; taking it over is no change.
+    if (node->LinkedItem()) {
+        node->Item()->Source = dialog->GetNodeSource();
+        node->Item()->DataType = dialog->GetDataType();
+    }
     ChangeItem(node, [&](TVlSceneItem& item) {
         if (node->IsDatapoint())
             item.Name = dialog->GetItemName();

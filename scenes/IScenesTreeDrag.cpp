@@ -72,9 +72,13 @@ void TConfigTreeFrame::Drop(const QMimeData* content, TTreeNode* target)
 {
     auto* place = static_cast<TSceneNode*>(target);
     if (const auto objects = TObjectsDragObject::FromMimeData(content)) {
+        // The top node and the roots may be among them; there is nothing in them to bind to.
         QList<TSceneNode*> nodes;
-        for (TTreeNode* node : objects->Objects())
-            nodes.append(static_cast<TSceneNode*>(node));
+        for (TTreeNode* object : objects->Objects()) {
+            auto* node = static_cast<TSceneNode*>(object);
+            if (node->Item())
+                nodes.append(node);
+        }
         DropObjects(nodes, place);
         SelectNode(nullptr);
     } else {

@@ -105,8 +105,7 @@ TSceneNode* TConfigTreeFrame::NewSceneNode(TSceneNode* node, TNodeAttachMode mod
         return nullptr;
     const TRepaintPause pause(this);
     const int index = mode == naAddChildFirst ? 0 : parent->Count();
-    const QString text = caption.isEmpty() ? RcText(_STR_NEW_ENTRY) : caption;
-    auto* inserted = static_cast<TSceneNode*>(InsertBranch(MakeNode(parent, index, text), node, mode));
+    auto* inserted = static_cast<TSceneNode*>(InsertBranch(MakeNode(parent, index, caption), node, mode));
     if (select)
         SelectNode(inserted);
     return inserted;
@@ -117,7 +116,7 @@ std::unique_ptr<TSceneNode> TConfigTreeFrame::MakeNode(const TSceneNode* parent,
 {
     const bool isScene = parent == Top();
     TVlSceneItem item;
-    item.Alias = caption;
+    item.Alias = caption.isEmpty() ? RcText(_STR_NEW_ENTRY) : caption;
     if (isScene)
         item.Id = NextSceneId();
     auto node = std::make_unique<TSceneNode>(std::move(item));
@@ -150,6 +149,7 @@ void TConfigTreeFrame::ChangeItem(TSceneNode* node, const std::function<void(TVl
         node->RebuildCaption();
         return !(before == *node->Item());
     });
+    RefreshDialog(node);
 }
 
 void TConfigTreeFrame::CopyBinding(const TSceneNode* source, TSceneNode* target)
@@ -283,14 +283,14 @@ void TConfigTreeFrame::ForgetCut()
 
 void TConfigTreeFrame::MenuAction_PasteBeforeExecute()
 {
-    const TRepaintPause pause(this);
     TSceneNode* selected = SelectedSceneNode();
-    if (selected && !selected->IsFixed()) {
-        if (!m_copyList.isEmpty())
-            PasteCopied(selected);
-        else if (m_cutNode)
-            PasteCut(selected);
-    }
+    if (!selected || selected->IsFixed())
+        return;
+    const TRepaintPause pause(this);
+    if (!m_copyList.isEmpty())
+        PasteCopied(selected);
+    else if (m_cutNode)
+        PasteCut(selected);
     m_copyList.clear();
     ForgetCut();
 }
@@ -399,7 +399,11 @@ void TConfigTreeFrame::HandleEdited(TTreeNode* node, const QString& text)
     auto* edited = static_cast<TSceneNode*>(node);
     if (text.isEmpty() || !edited->Item())
         return;
-    ChangeItem(edited, [&](TVlSceneItem& item) { item.Alias = text; });
+    // What waits in the dialog comes before a new text, not over it; the old text, offered and left alone, is none.
+    const bool renamed = text != edited->Item()->Alias;
+    ApplyPending();
+    if (renamed)
+        ChangeItem(edited, [&](TVlSceneItem& item) { item.Alias = text; });
     RebuildCaptionsOf(edited);
     if (edited->Role() == srScene)
         SendSections();

@@ -8,7 +8,7 @@
 
 #include <QHash>
 
-#include <optional>
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -62,12 +62,15 @@ public:
             return;
         TVlSceneItem& item = Items.emplace_back();
         for (const TXmlAttribute attribute : attributes) {
-            if (!attribute.Value.empty())
-                ReadAttribute(attribute, item);
+            if (attribute.Value.empty())
+                continue;
+            ReadAttribute(attribute, item);
+            HighestId = std::max(HighestId, item.Id);
         }
     }
 
     std::vector<TVlSceneItem> Items;
+    std::int32_t HighestId = 0; // of every id attribute, also where a later one of the same element counts
 
 private:
     std::string_view m_root;
@@ -80,8 +83,7 @@ std::vector<TVlSceneItem> ReadItems(const QString& path, std::string_view root, 
     if (!FileExists(path) || !ReadXmlFile(path, reader))
         return {};
     files.MarkRead(path);
-    for (const TVlSceneItem& item : reader.Items)
-        RaiseSceneId(item.Id);
+    RaiseSceneId(reader.HighestId);
     return std::move(reader.Items);
 }
 
@@ -238,8 +240,11 @@ int SaveSceneTree(const QString& fileName, const TSceneNode* top, TDocumentFiles
     files.Write(InDirectoryOf(fileName, ActionsFile), [top](QIODevice& device) { WriteActions(device, top); });
     files.Write(fileName, [top](QIODevice& device) { WriteScenes(device, top); });
     int written = 3;
-    for (int i = FirstSceneIndex; top && i < top->Count(); ++i, ++written) {
+    for (int i = FirstSceneIndex; top && i < top->Count(); ++i) {
         const TSceneNode* scene = top->Child(i);
+        if (!scene->Item())
+            continue;
+        ++written;
         files.Write(SceneStepsFile(fileName, scene->Item()->Id),
                     [scene](QIODevice& device) { WriteSceneSteps(device, scene); });
     }

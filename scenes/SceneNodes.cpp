@@ -129,6 +129,11 @@ std::int32_t NextSceneId()
     return lastSceneId;
 }
 
+void ResetSceneIds()
+{
+    lastSceneId = 0;
+}
+
 void RaiseSceneId(std::int32_t id)
 {
     lastSceneId = std::max(lastSceneId, id);

@@ -102,3 +102,5 @@ std::int32_t LastSceneId();
 std::int32_t NextSceneId();
 // Makes sure that `id` and everything below is not given to a new scene.
 void RaiseSceneId(std::int32_t id);
+// The package is loaded: numbers begin anew.
+void ResetSceneIds();

@@ -71,7 +71,10 @@ void UpdateScenePointer(const QString& scenesMod)
     const QString home = GetEnvironment("KOLT_HOME");
     if (!DirectoryExists(home))
         return;
-    const QString project = GetLastPathItem(GetEnvironment("PRJPATH"), PathSeparator);
+    // As the file can hold it, so that it is found to be the same when it is read again.
+    const QString project = FromCodePage(ToCodePage(GetLastPathItem(GetEnvironment("PRJPATH"), PathSeparator)));
+    if (project.isEmpty())
+        return;
     const QString path = PointerFile(home, scenesMod);
     if (!FileExists(path)) {
         SaveLines(path, WithProject({}, project));

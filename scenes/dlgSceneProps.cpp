@@ -39,6 +39,8 @@ TDataTypeMap DroppedType(int eisNumber)
 
 void SelectEntry(QComboBox* box, int index)
 {
+    // Only what the user chooses is a change.
+    const QSignalBlocker blocker(box);
     if (box->currentIndex() != index)
         box->setCurrentIndex(index);
 }
@@ -106,7 +108,7 @@ void TScenePropsDialog::ConnectFields()
     connect(m_value, &TVlFileDropEdit::FileDropped, this, &TScenePropsDialog::MarkChanged);
     connect(m_enabled, &QCheckBox::clicked, this, &TScenePropsDialog::MarkChanged);
     for (QComboBox* box : {m_dataType, m_source})
-        connect(box, &QComboBox::activated, this, &TScenePropsDialog::MarkChanged);
+        connect(box, &QComboBox::currentIndexChanged, this, &TScenePropsDialog::MarkChanged);
     connect(m_section, &QComboBox::activated, this, [this] { Guarded([this] { ChangePart(); }); });
     for (QLineEdit* edit : {m_alias, m_name}) {
         edit->setAcceptDrops(true);

@@ -7,7 +7,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 readonly RUN_PACKAGES=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libgl-dev
-    libxml2-dev libxslt1-dev libfmt-dev
+    libxml2-dev libxslt1-dev libfmt-dev libcsv-dev libicu-dev
     xvfb xauth fonts-dejavu-core
     tzdata locales ca-certificates
 )

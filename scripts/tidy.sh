@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# tidy.sh: clang-tidy over the tracked sources that build/asan compiles; any warning fails. A file is looked at again
+# tidy.sh: clang-tidy over the tracked sources that the tests compile; any warning fails. A file is looked at again
 # only when it, a header or the configuration has changed since it was last found clean.
 # shellcheck source=scripts/common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-readonly DATABASE=build/asan/compile_commands.json
-readonly STAMPS=build/tidy
+readonly DATABASE=build/tidy/compile_commands.json
+readonly STAMPS=build/tidy-stamps
 
 # What every source depends on, as one number.
 shared_key() {
@@ -25,7 +25,7 @@ check_file() {
         return 0
     fi
     rm -f "$stamp"
-    if output=$(clang-tidy --quiet -p build/asan "$file" 2>&1); then
+    if output=$(clang-tidy --quiet -p build/tidy "$file" 2>&1); then
         printf '%s\n' "$key" >"$stamp"
     else
         printf '%s\n%s\n' "clang-tidy: $file" "$output"
@@ -33,9 +33,17 @@ check_file() {
     fi
 }
 
+# How each file is compiled, and what the build generates for it to include. Nothing is compiled.
+prepare_database() {
+    local targets
+    quietly build/log/tidy-configure.log cmake --preset tidy
+    mapfile -t targets < <(ninja -C build/tidy -t targets all | grep -oE '^[^/: ]+(/[^/: ]+)*_autogen:' | tr -d ':')
+    quietly build/log/tidy-generate.log ninja -C build/tidy "${targets[@]}"
+}
+
 main() {
     local key file sources=() unknown=()
-    [[ -f $DATABASE ]] || die "$DATABASE is missing; build the preset asan first."
+    prepare_database
     mkdir -p "$STAMPS"
     key=$(shared_key)
     while IFS= read -r file; do
@@ -46,7 +54,7 @@ main() {
         fi
     done < <(tracked_files '*.cpp')
     if [[ ${#unknown[@]} -gt 0 ]]; then
-        echo "Not compiled by preset asan, hence not checked: ${unknown[*]}"
+        echo "Not compiled by the tests, hence not checked: ${unknown[*]}"
     fi
     if [[ ${#sources[@]} -gt 0 ]]; then
         printf '%s\0' "${sources[@]}" | xargs -0 -P "${TIDY_JOBS:-2}" -I '{}' "$ROOT/scripts/tidy.sh" --file '{}' "$key"

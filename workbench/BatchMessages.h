@@ -26,6 +26,7 @@ public:
     void ShowError(const QString& text) override;
     bool Confirm(const QString& text) override;
     void Note(const QObject* source, const QString& text) override;
+    bool IsInteractive() const override { return false; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,6 +1,7 @@
 #include "HostServices.h"
 
 #include "Installation.h"
+#include "DatapointBrowser.h"
 #include "Userman.h"
 #include "Vlerrors.h"
 
@@ -8,11 +9,13 @@ THostServices::THostServices()
 {
     SetupUserManager();
     SetApplicationInterface(IID_IRegisterClient, &m_clients);
+    RegisterDatapointBrowsers();
 }
 
 THostServices::~THostServices()
 {
     m_package.reset();
+    UnregisterDatapointBrowsers();
     SetApplicationInterface(IID_IRegisterClient, nullptr);
     DisposeUserManager();
 }

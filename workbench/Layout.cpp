@@ -27,13 +27,14 @@ struct TKey
     bool Required;
 };
 
-const std::array<TKey, 4>& Keys()
+const std::array<TKey, 5>& Keys()
 {
-    static const std::array<TKey, 4> keys{
+    static const std::array<TKey, 5> keys{
         TKey{.Name = QStringLiteral("id"), .Field = &TPaneSetup::Id, .Required = true},
         TKey{.Name = QStringLiteral("title"), .Field = &TPaneSetup::Title, .Required = true},
         TKey{.Name = QStringLiteral("class"), .Field = &TPaneSetup::Class, .Required = true},
         TKey{.Name = QStringLiteral("command"), .Field = &TPaneSetup::Command, .Required = false},
+        TKey{.Name = QStringLiteral("side"), .Field = &TPaneSetup::Side, .Required = false},
     };
     return keys;
 }
@@ -77,6 +78,8 @@ TPaneSetup ReadPane(const QJsonValue& value)
     // Batch mode writes PANE=TEXT.
     if (setup.Id.contains(u'=') || setup.Id == MessagePaneId())
         Refuse(QStringLiteral("der Name \"%1\" ist nicht erlaubt").arg(setup.Id));
+    if (!setup.Side.isEmpty() && setup.Side != QStringLiteral("right"))
+        Refuse(QStringLiteral("\"side\" kennt nur \"right\""));
     return setup;
 }
 

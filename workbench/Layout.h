@@ -9,10 +9,11 @@ class TProject;
 // A pane as a layout describes it: which component it holds and what the component is told first.
 struct TPaneSetup
 {
-    QString Id;      // names the pane in batch mode and in what the window remembers
-    QString Title;   // what the user reads
-    QString Class;   // a ProgID or a class name
-    QString Command; // the command text of the component; empty for none
+    QString Id;        // names the pane in batch mode and in what the window remembers
+    QString Title;     // what the user reads
+    QString Class;     // a ProgID or a class name
+    QString Command;   // the command text of the component; empty for none
+    QString Side = {}; // "right" for a pane that stands beside the others; empty for the rest
 
     bool operator==(const TPaneSetup&) const = default;
 };

@@ -7,6 +7,7 @@
 #include "Vlmessages.h"
 #include "WindowArrangement.h"
 
+#include <QApplication>
 #include <QAction>
 #include <QCloseEvent>
 #include <QDir>

@@ -31,6 +31,8 @@ public:
         Pass([&] { ::ShowError(text); });
     }
 
+    bool IsInteractive() const override { return m_next ? m_next->IsInteractive() : true; }
+
     bool Confirm(const QString& text) override
     {
         bool confirmed = false;
@@ -78,6 +80,8 @@ IModifiedAsker::~IModifiedAsker() = default;
 
 bool MayLose(const QList<TPane*>& panes, IModifiedAsker& asker)
 {
+    for (TPane* pane : panes)
+        pane->CommitEdits();
     QList<TPane*> modified;
     std::copy_if(panes.begin(), panes.end(), std::back_inserter(modified), IsModified);
     if (modified.isEmpty())

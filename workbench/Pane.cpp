@@ -119,8 +119,7 @@ QList<QAction*> TPane::Actions() const
 {
     if (!m_component)
         return {};
-    if (m_component->metaObject()->indexOfMethod("UpdateActions()") >= 0)
-        QMetaObject::invokeMethod(m_component, "UpdateActions", Qt::DirectConnection);
+    Invoke("UpdateActions");
     return m_component->actions();
 }
 
@@ -194,4 +193,18 @@ void TPane::UpdateTitle()
 {
     const QString title = IsModified() ? m_setup.Title + u'*' : m_setup.Title;
     setWindowTitle(title);
+}
+
+void TPane::CommitEdits()
+{
+    if (m_component)
+        Invoke("CommitEdits");
+}
+
+// Calls an operation that a component may have.
+void TPane::Invoke(const char* operation) const
+{
+    const QByteArray signature = QByteArray(operation) + "()";
+    if (m_component->metaObject()->indexOfMethod(signature) >= 0)
+        QMetaObject::invokeMethod(m_component, operation, Qt::DirectConnection);
 }

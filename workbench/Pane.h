@@ -21,6 +21,8 @@ public:
 
     const QString& Id() const { return m_setup.Id; }
     const QString& Title() const { return m_setup.Title; }
+    // Beside the others, so that something can be dragged from one to the other.
+    bool StandsBeside() const { return !m_setup.Side.isEmpty(); }
 
     // Makes the component and sends it the layout's command, unless it is there already. What fails is told the user;
     // the pane of a class that nobody offers shows a text saying so.
@@ -40,6 +42,9 @@ public:
     QList<QAction*> Actions() const;
     // Runs the action of that object name. Throws TUserError when there is none or when it is disabled.
     void Trigger(const QString& actionName);
+
+    // Lets the component take over what the user has typed and not confirmed yet.
+    void CommitEdits();
 
     bool IsModified() const { return m_component && m_component->isWindowModified(); }
 
@@ -61,6 +66,7 @@ private:
     void ShowMissingClass();
     void UpdateTitle();
     QAction* FindAction(const QString& name) const;
+    void Invoke(const char* operation) const;
 
     TPaneSetup m_setup;
     const TClientRegistry& m_clients;

@@ -42,8 +42,9 @@ void TPanes::AddPane(const TPaneSetup& setup)
     m_panes.append(pane);
 }
 
-// One beside the other would leave none of the panes room enough. All stand in one area of the window, because without
-// a central widget the areas do not share its room well.
+// Tabs, because one beside the other would leave none of the panes room enough; but what is dragged from stands beside
+// what is dragged to. All stand in one area of the window, because without a central widget the areas do not share its
+// room well.
 void TPanes::Arrange(QDockWidget& below)
 {
     below.setFloating(false);
@@ -59,9 +60,20 @@ void TPanes::Arrange(QDockWidget& below)
     // A split beside a pane that has tabs already would become one more tab.
     TPane* first = m_panes.constFirst();
     m_window.splitDockWidget(first, &below, Qt::Vertical);
-    for (TPane* pane : m_panes.mid(1))
-        m_window.tabifyDockWidget(first, pane);
+    TPane* beside = nullptr;
+    for (TPane* pane : m_panes.mid(1)) {
+        if (pane->StandsBeside() && !beside) {
+            beside = pane;
+            m_window.splitDockWidget(first, pane, Qt::Horizontal);
+        }
+    }
+    for (TPane* pane : m_panes.mid(1)) {
+        if (pane != beside)
+            m_window.tabifyDockWidget(pane->StandsBeside() ? beside : first, pane);
+    }
     first->raise();
+    if (beside)
+        beside->raise();
 }
 
 void TPanes::LoadAll()

@@ -2,6 +2,7 @@
 
 #include "TestSupport.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTest>

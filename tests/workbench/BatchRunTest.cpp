@@ -3,6 +3,7 @@
 #include "RecentProjects.h"
 #include "WorkbenchSupport.h"
 
+#include <QSettings>
 #include <QImage>
 
 #include <sstream>

@@ -112,7 +112,9 @@ TEST_F(MainWindowMenus, ViewMenuListsEveryPane)
 TEST_F(MainWindowMenus, ViewMenuFollowsTheLayout)
 {
     ASSERT_TRUE(Window().CloseProject());
-    EXPECT_EQ(Entries("ViewMenu").first(2), (QStringList{QStringLiteral("Szenen"), QStringLiteral("Meldungen")}));
+    EXPECT_EQ(Entries("ViewMenu").first(5),
+              (QStringList{QStringLiteral("Szenen"), QStringLiteral("EIB"), QStringLiteral("Modbus"),
+                           QStringLiteral("Virtuell"), QStringLiteral("Meldungen")}));
 }
 
 TEST_F(MainWindowMenus, ProjectCanBeClosedOnlyWhileOneIsOpen)

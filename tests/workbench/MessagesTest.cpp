@@ -4,6 +4,7 @@
 #include "WindowMessages.h"
 #include "WorkbenchSupport.h"
 
+#include <QRegularExpression>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>

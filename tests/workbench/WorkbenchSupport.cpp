@@ -2,6 +2,7 @@
 
 #include "Pane.h"
 
+#include <QApplication>
 #include <QSettings>
 
 TModifiedAnswer TScriptedAsker::Ask(const QStringList& titles)

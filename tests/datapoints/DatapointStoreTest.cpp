@@ -1,0 +1,164 @@
+#include "TestSupport.h"
+#include "Vlapputils.h"
+#include "Vlerrors.h"
+#include "DatapointStore.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+const QByteArray Export = "Haus\r\n"
+                          "Licht.EG.1/1/1\tDecke K\xFC"
+                          "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
+                          "Licht.EG.1/1/2\tDecke Flur\tUnbestimmt (1 Byte)\tLow\t\r\n";
+
+// The project's directory of datapoints, and a store of group addresses on it.
+class DatapointStore : public ::testing::Test
+{
+protected:
+    QString Directory() const { return Project.Path(QStringLiteral("_config/data/datapoints")); }
+    QString File(const QString& name) const { return Directory() + QStringLiteral("/eib/") + name; }
+
+    void Import(const QString& name, const QByteArray& content, const QString& replaced = {})
+    {
+        Store.Import(name, content, {}, replaced);
+    }
+
+    void SetUp() override { Store.Load(Directory()); }
+
+    TTemporaryProject Project;
+    TDatapointStore Store{dkEib};
+};
+
+QStringList Addresses(const QList<TDatapoint>& datapoints)
+{
+    QStringList addresses;
+    for (const TDatapoint& datapoint : datapoints)
+        addresses.append(datapoint.Address);
+    return addresses;
+}
+
+} // namespace
+
+TEST_F(DatapointStore, IsEmptyWithoutADirectory)
+{
+    EXPECT_TRUE(Store.Datapoints().isEmpty());
+    EXPECT_TRUE(Store.Problems().isEmpty());
+}
+
+TEST_F(DatapointStore, KeepsTheOriginalFileAsItCame)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    EXPECT_EQ(ReadAll(File(QStringLiteral("haus.esf"))), Export);
+    EXPECT_EQ(Addresses(Store.Datapoints()), (QStringList{QStringLiteral("1/1/1"), QStringLiteral("1/1/2")}));
+}
+
+TEST_F(DatapointStore, ShowsWhatTheProjectHoldsWithoutAnImport)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    TDatapointStore other(dkEib);
+    other.Load(Directory());
+    ASSERT_EQ(other.Datapoints().size(), 2);
+    EXPECT_EQ(other.Datapoints()[0].Name, QStringLiteral("Decke Küche"));
+    EXPECT_EQ(other.Datapoints()[0].EisNumber, 1);
+}
+
+TEST_F(DatapointStore, KeepsATypeChosenByHandOverAnImport)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 0);
+    Store.SetEisNumber(Store.Datapoints()[1], 6);
+    Import(QStringLiteral("haus.esf"), Export, QStringLiteral("haus.esf"));
+    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 6);
+    TDatapointStore other(dkEib);
+    other.Load(Directory());
+    EXPECT_EQ(other.EisNumber(other.Datapoints()[1]), 6);
+}
+
+TEST_F(DatapointStore, PrefersTheTypeThatAFileGives)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    Store.SetEisNumber(Store.Datapoints()[1], 6);
+    const QByteArray determined = QByteArray(Export).replace("Unbestimmt (1 Byte)", "EIS 2 'Dimmen' (4 Bit)");
+    Import(QStringLiteral("haus.esf"), determined, QStringLiteral("haus.esf"));
+    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 2);
+}
+
+TEST_F(DatapointStore, SaysWhatAnImportChanges)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    const QByteArray changed = "Haus\r\n"
+                               "Licht.EG.1/1/2\tDecke Diele\tUnbestimmt (1 Byte)\tLow\t\r\n"
+                               "Licht.EG.1/1/3\tDecke Bad\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n";
+    const TImportChanges changes = Store.Compare(QStringLiteral("haus.esf"), ReadDatapoints(dkEib, changed));
+    EXPECT_EQ(Addresses(changes.Added), QStringList{QStringLiteral("1/1/3")});
+    EXPECT_EQ(Addresses(changes.Renamed), QStringList{QStringLiteral("1/1/2")});
+    EXPECT_EQ(Addresses(changes.Gone), QStringList{QStringLiteral("1/1/1")});
+}
+
+TEST_F(DatapointStore, LosesNothingWhenAFileIsAddedToAnother)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    const TImportChanges changes = Store.Compare({}, ReadDatapoints(dkEib, Export));
+    EXPECT_TRUE(changes.Added.isEmpty());
+    EXPECT_TRUE(changes.Gone.isEmpty());
+}
+
+TEST_F(DatapointStore, CountsTheFirstOfAnAddressInTwoFilesAndReportsTheOther)
+{
+    Import(QStringLiteral("a.esf"), Export);
+    Import(QStringLiteral("b.esf"), QByteArray(Export).replace("Decke Flur", "Anderes"));
+    ASSERT_EQ(Store.Datapoints().size(), 2);
+    EXPECT_EQ(Store.Datapoints()[1].Name, QStringLiteral("Decke Flur"));
+    EXPECT_EQ(Store.Problems().filter(QStringLiteral("b.esf")).size(), 2);
+}
+
+TEST_F(DatapointStore, RemovesTheReplacedFileOfAnotherName)
+{
+    Import(QStringLiteral("alt.esf"), Export);
+    Import(QStringLiteral("neu.esf"), Export, QStringLiteral("alt.esf"));
+    EXPECT_FALSE(QFile::exists(File(QStringLiteral("alt.esf"))));
+    ASSERT_EQ(Store.Files().size(), 1);
+    EXPECT_EQ(Store.Files()[0].Name, QStringLiteral("neu.esf"));
+}
+
+TEST_F(DatapointStore, NeverOverwritesAFileThatIsNotReplaced)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    EXPECT_THROW(Import(QStringLiteral("haus.esf"), "Anderes\r\n"), TUserError);
+    EXPECT_EQ(ReadAll(File(QStringLiteral("haus.esf"))), Export);
+}
+
+TEST_F(DatapointStore, RemembersTheChosenEncoding)
+{
+    const QByteArray content = "Haus\r\nLicht.EG.1/1/1\tK\x81"
+                               "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n";
+    Store.Import(QStringLiteral("haus.esf"), content, QStringLiteral("IBM850"), {});
+    TDatapointStore other(dkEib);
+    other.Load(Directory());
+    ASSERT_EQ(other.Datapoints().size(), 1);
+    EXPECT_EQ(other.Datapoints()[0].Name, QStringLiteral("Küche"));
+}
+
+TEST_F(DatapointStore, ReportsDamagedDecisionsAndKeepsThem)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    WriteAll(Directory() + QStringLiteral("/eib.json"), "{ kaputt");
+    Store.Load(Directory());
+    EXPECT_EQ(Store.Problems().filter(QStringLiteral("eib.json")).size(), 1);
+    EXPECT_THROW(Store.SetEisNumber(Store.Datapoints()[1], 6), TFileError);
+    EXPECT_EQ(ReadAll(Directory() + QStringLiteral("/eib.json")), "{ kaputt");
+}
+
+TEST_F(DatapointStore, TellsInputAndHoldingRegistersOfOneNumberApart)
+{
+    TDatapointStore registers(dkModbus);
+    registers.Load(Directory());
+    registers.Import(QStringLiteral("pumpe.tsv"),
+                     "Title\tRegister type\tRegister\n"
+                     "Vorlauf\tMODBUS_INPUT_REGISTER\t1\n"
+                     "Sollwert\tMODBUS_HOLDING_REGISTER\t1\n",
+                     {}, {});
+    EXPECT_EQ(registers.Datapoints().size(), 2);
+}

@@ -1,0 +1,184 @@
+#include "DatapointModel.h"
+
+#include "Vldragobjects.h"
+
+#include <QHash>
+#include <QMimeData>
+
+#include <memory>
+
+namespace
+{
+
+constexpr int Root = 0;
+
+QString TypeText(int eisNumber)
+{
+    return eisNumber == 0 ? QStringLiteral("unbestimmt") : QStringLiteral("EIS %1").arg(eisNumber);
+}
+
+} // namespace
+
+TDatapointModel::TDatapointModel(const TDatapointStore& store, QObject* parent)
+    : QAbstractItemModel(parent), m_store(store), m_nodes(1)
+{
+}
+
+TDatapointModel::~TDatapointModel() = default;
+
+int TDatapointModel::AppendNode(int parent, TNode node)
+{
+    const int id = static_cast<int>(m_nodes.size());
+    node.Parent = parent;
+    m_nodes.push_back(std::move(node));
+    m_nodes[static_cast<std::size_t>(parent)].Children.push_back(id);
+    return id;
+}
+
+void TDatapointModel::Rebuild()
+{
+    beginResetModel();
+    m_nodes.assign(1, TNode());
+    QHash<QStringList, int> groups{{QStringList(), Root}};
+    for (qsizetype i = 0; i < m_store.Datapoints().size(); ++i) {
+        const TDatapoint& datapoint = m_store.Datapoints()[i];
+        for (qsizetype depth = 1; depth <= datapoint.Group.size(); ++depth) {
+            const QStringList path = datapoint.Group.first(depth);
+            if (!groups.contains(path)) {
+                TNode group;
+                group.Title = path.last();
+                groups.insert(path, AppendNode(groups.value(path.first(depth - 1)), std::move(group)));
+            }
+        }
+        TNode leaf;
+        leaf.Datapoint = i;
+        leaf.Searched = (datapoint.Name + u'\n' + datapoint.Address).toCaseFolded();
+        AppendNode(groups.value(datapoint.Group), std::move(leaf));
+    }
+    m_shownDatapoints = 0;
+    ShowMatches(Root, m_filter);
+    endResetModel();
+}
+
+void TDatapointModel::SetFilter(const QString& text)
+{
+    beginResetModel();
+    m_filter = text.trimmed().toCaseFolded();
+    m_shownDatapoints = 0;
+    ShowMatches(Root, m_filter);
+    endResetModel();
+}
+
+// Fills the shown children of a node; true when the node itself is to be shown.
+bool TDatapointModel::ShowMatches(int node, const QString& folded)
+{
+    TNode& group = m_nodes[static_cast<std::size_t>(node)];
+    group.Shown.clear();
+    for (const int id : group.Children) {
+        TNode& child = m_nodes[static_cast<std::size_t>(id)];
+        const bool isDatapoint = child.Datapoint >= 0;
+        const bool shown = isDatapoint ? child.Searched.contains(folded) : ShowMatches(id, folded);
+        if (!shown)
+            continue;
+        child.ShownRow = static_cast<int>(group.Shown.size());
+        group.Shown.push_back(id);
+        m_shownDatapoints += isDatapoint ? 1 : 0;
+    }
+    return !group.Shown.empty();
+}
+
+const TDatapointModel::TNode& TDatapointModel::NodeAt(const QModelIndex& index) const
+{
+    return m_nodes[index.isValid() ? index.internalId() : Root];
+}
+
+const TDatapoint* TDatapointModel::DatapointAt(const QModelIndex& index) const
+{
+    const qsizetype datapoint = index.isValid() ? NodeAt(index).Datapoint : -1;
+    return datapoint < 0 ? nullptr : &m_store.Datapoints()[datapoint];
+}
+
+void TDatapointModel::NoteTypes()
+{
+    Q_EMIT layoutChanged();
+}
+
+QModelIndex TDatapointModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const TNode& above = NodeAt(parent);
+    if (row < 0 || column < 0 || column >= ColumnCount || row >= static_cast<int>(above.Shown.size()))
+        return {};
+    return createIndex(row, column, static_cast<quintptr>(above.Shown[static_cast<std::size_t>(row)]));
+}
+
+QModelIndex TDatapointModel::parent(const QModelIndex& index) const
+{
+    const int above = index.isValid() ? NodeAt(index).Parent : Root;
+    if (above <= Root)
+        return {};
+    return createIndex(m_nodes[static_cast<std::size_t>(above)].ShownRow, 0, static_cast<quintptr>(above));
+}
+
+int TDatapointModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.column() > 0 ? 0 : static_cast<int>(NodeAt(parent).Shown.size());
+}
+
+int TDatapointModel::columnCount(const QModelIndex&) const
+{
+    return ColumnCount;
+}
+
+QVariant TDatapointModel::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
+        return {};
+    const TDatapoint* datapoint = DatapointAt(index);
+    if (!datapoint)
+        return index.column() == ColumnAddress ? NodeAt(index).Title : QVariant();
+    switch (index.column()) {
+    case ColumnAddress:
+        return datapoint->Address;
+    case ColumnName:
+        return datapoint->Name;
+    default:
+        return TypeText(m_store.EisNumber(*datapoint));
+    }
+}
+
+QVariant TDatapointModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
+        return {};
+    const QStringList titles{QStringLiteral("Adresse"), QStringLiteral("Name"), QStringLiteral("Typ")};
+    return titles.value(section);
+}
+
+Qt::ItemFlags TDatapointModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags usual = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    return DatapointAt(index) ? usual | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren : usual;
+}
+
+QStringList TDatapointModel::mimeTypes() const
+{
+    return std::unique_ptr<QMimeData>(TPropertyDragObject().ToMimeData())->formats();
+}
+
+QMimeData* TDatapointModel::mimeData(const QModelIndexList& indexes) const
+{
+    for (const QModelIndex& index : indexes) {
+        const TDatapoint* datapoint = DatapointAt(index);
+        if (!datapoint)
+            continue;
+        const int eisNumber = m_store.EisNumber(*datapoint);
+        TPropertyDragObject object;
+        object.Add(QStringLiteral("name"), datapoint->Address);
+        object.Add(QStringLiteral("label"), datapoint->Name);
+        object.Add(QStringLiteral("type"), eisNumber == 0 ? QString() : QString::number(eisNumber));
+        return object.ToMimeData();
+    }
+    return nullptr;
+}
