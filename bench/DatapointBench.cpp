@@ -1,7 +1,12 @@
+#include "DatapointBrowser.h"
 #include "Datapoints.h"
 #include "Measures.h"
+#include "Vlapputils.h"
 
+#include <QApplication>
 #include <QByteArray>
+#include <QLineEdit>
+#include <QTemporaryDir>
 
 #include <functional>
 
@@ -10,6 +15,7 @@ namespace
 
 constexpr int LastAddress = 65535;
 constexpr double LimitMilliseconds = 1000;
+constexpr double LimitKeyStroke = 50;
 
 QByteArray AddressOf(int value)
 {
@@ -70,6 +76,34 @@ template <QByteArray (*MakeFile)()> void Import(benchmark::State& state)
     }
 }
 
+// A shown browser with every address that the bus has.
+void FilterAddresses(benchmark::State& state, const QString& before, const QString& after)
+{
+    const QTemporaryDir directory;
+    TDatapointBrowser browser(dkEib, nullptr);
+    browser.Store().Load(directory.path());
+    browser.Store().Import(QStringLiteral("haus.esf"), EsfFile(), {}, {});
+    browser.ShowStore();
+    browser.resize(800, 600);
+    browser.show();
+    browser.FilterLine()->setText(before);
+    QApplication::processEvents();
+    for ([[maybe_unused]] auto _ : state) {
+        browser.FilterLine()->setText(after);
+        QApplication::processEvents();
+    }
+}
+
+void FilterWide(benchmark::State& state)
+{
+    FilterAddresses(state, QString(), QStringLiteral("k"));
+}
+
+void FilterNarrow(benchmark::State& state)
+{
+    FilterAddresses(state, QStringLiteral("küche 6553"), QStringLiteral("küche 65535"));
+}
+
 } // namespace
 
 void AddDatapointMeasures()
@@ -77,4 +111,6 @@ void AddDatapointMeasures()
     AddMilliseconds("import 65535 group addresses (ESF)", LimitMilliseconds, Import<EsfFile>);
     AddMilliseconds("import 65535 group addresses (XML)", LimitMilliseconds, Import<XmlFile>);
     AddMilliseconds("import 65535 group addresses (CSV)", LimitMilliseconds, Import<CsvFile>);
+    AddMilliseconds("filter 65535 addresses, all match", LimitKeyStroke, FilterWide);
+    AddMilliseconds("filter 65535 addresses, one matches", LimitKeyStroke, FilterNarrow);
 }

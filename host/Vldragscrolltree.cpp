@@ -335,8 +335,8 @@ void TDragScrollTree::Drop(const QMimeData*, TTreeNode*) {}
 
 void TDragScrollTree::mousePressEvent(QMouseEvent* event)
 {
-    // What the popup menu does to the selection is for the menu to say.
-    if (event->button() == Qt::RightButton)
+    // What the popup menu does to a selection is for the menu to say.
+    if (event->button() == Qt::RightButton && selectionModel()->hasSelection())
         return;
     if (event->button() == Qt::LeftButton) {
         m_pressedAt = event->position().toPoint();

@@ -6,9 +6,12 @@
 #include "Vltext.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
 #include <QFormLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
@@ -243,6 +246,9 @@ bool TScenePropsDialog::eventFilter(QObject* watched, QEvent* event)
     }
     case QEvent::DragLeave:
         return true;
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+        return PasteDatapoint(event) || TPropsDialog::eventFilter(watched, event);
     default:
         return TPropsDialog::eventFilter(watched, event);
     }
@@ -252,6 +258,16 @@ bool TScenePropsDialog::EditDragOver(const QMimeData* content) const
 {
     const int section = GetSection();
     return section >= 0 && section < FirstSceneSection && TPropertyDragObject::FromMimeData(content);
+}
+
+// A datapoint that was copied in a browser is pasted as it would be dropped.
+bool TScenePropsDialog::PasteDatapoint(const QEvent* event)
+{
+    const QMimeData* content = QGuiApplication::clipboard()->mimeData();
+    const bool pastes = static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Paste) && EditDragOver(content);
+    if (pastes && event->type() == QEvent::KeyPress)
+        Guarded([&] { EditDragDrop(content); });
+    return pastes;
 }
 
 void TScenePropsDialog::EditDragDrop(const QMimeData* content)

@@ -65,6 +65,7 @@ private:
     void ChangePart();
     bool EditDragOver(const QMimeData* content) const;
     void EditDragDrop(const QMimeData* content);
+    bool PasteDatapoint(const QEvent* event);
 
     QComboBox* m_section = nullptr;
     QLineEdit* m_alias = nullptr;

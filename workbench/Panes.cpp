@@ -72,8 +72,10 @@ void TPanes::Arrange(QDockWidget& below)
             m_window.tabifyDockWidget(pane->StandsBeside() ? beside : first, pane);
     }
     first->raise();
-    if (beside)
+    if (beside) {
         beside->raise();
+        m_window.resizeDocks({first, beside}, {1, 1}, Qt::Horizontal);
+    }
 }
 
 void TPanes::LoadAll()

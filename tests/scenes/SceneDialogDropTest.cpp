@@ -2,6 +2,9 @@
 
 #include "Vldragobjects.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
 #include <QUrl>
 
 #include <array>
@@ -64,6 +67,22 @@ TEST_F(SceneDialogDrop, OnTheAliasFieldFillsTheSameFields)
 {
     EXPECT_EQ(Drop("EditAlias", *Datapoint("1/2/3", "Licht", "6")), "yes yes yes");
     EXPECT_EQ(Fields(), "1/2/3|Licht|1BYTE[%]|EIB");
+}
+
+TEST_F(SceneDialogDrop, IsDoneByPastingACopiedDatapointToo)
+{
+    QGuiApplication::clipboard()->setMimeData(Datapoint("1/2/3", "Licht", "6").release());
+    QTest::keyClick(Field<QWidget>("EditName"), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Fields(), "1/2/3|Licht|1BYTE[%]|EIB");
+    EXPECT_TRUE(m_dialog.GetChanged());
+}
+
+TEST_F(SceneDialogDrop, LeavesThePastingOfPlainTextToTheField)
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("4/5/6"));
+    m_dialog.SetItemName({});
+    QTest::keyClick(Field<QWidget>("EditName"), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(TextOf("EditName"), "4/5/6");
 }
 
 TEST_F(SceneDialogDrop, IsAcceptedInTheSectionOfTheActionsToo)

@@ -178,8 +178,7 @@ void TDatapointBrowser::Reload()
     const bool waits =
         TUserManager::DependsOnProject(m_location) && !(UserManager() && UserManager()->GetActiveProject());
     m_store.Load(waits || !UserManager() ? QString() : UserManager()->EnvToFilePath(m_location));
-    m_model->Rebuild();
-    Filter(m_filter->text());
+    ShowStore();
     if (!m_store.Files().isEmpty()) {
         Note(this, QStringLiteral("%1 Datenpunkte aus %2 Dateien geladen")
                        .arg(m_store.Datapoints().size())
@@ -187,6 +186,12 @@ void TDatapointBrowser::Reload()
     }
     for (const QString& problem : m_store.Problems())
         Note(this, problem);
+}
+
+void TDatapointBrowser::ShowStore()
+{
+    m_model->Rebuild();
+    Filter(m_filter->text());
 }
 
 void TDatapointBrowser::Filter(const QString& text)
@@ -245,8 +250,7 @@ void TDatapointBrowser::MenuAction_Import()
     TImportDialog dialog(m_store, path, this);
     if (!dialog.Execute())
         return;
-    m_model->Rebuild();
-    Filter(m_filter->text());
+    ShowStore();
     Note(this, QStringLiteral("\"%1\" importiert, %2 Datenpunkte im Projekt")
                    .arg(ExtractFileName(path))
                    .arg(m_store.Datapoints().size()));

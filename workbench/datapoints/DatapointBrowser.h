@@ -36,6 +36,9 @@ public:
     QTreeView* View() const { return m_view; }
     QLineEdit* FilterLine() const { return m_filter; }
 
+    // Shows what the store holds by now.
+    void ShowStore();
+
     // Brings the states of the actions up to date.
     Q_INVOKABLE void UpdateActions();
 
