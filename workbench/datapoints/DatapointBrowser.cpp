@@ -29,8 +29,8 @@ namespace
 
 constexpr int MostEisNumber = 15;
 constexpr int MostExpanded = 500;
-constexpr int AddressWidth = 220;
-constexpr int NameWidth = 320;
+constexpr int AddressWidth = 180;
+constexpr int NameWidth = 260;
 
 constexpr std::array<std::pair<const char*, TDatapointKind>, 3> Browsers{
     {{"TEibBrowser", dkEib}, {"TModbusBrowser", dkModbus}, {"TVirtualBrowser", dkVirtual}}};
@@ -180,9 +180,10 @@ void TDatapointBrowser::Reload()
     m_store.Load(waits || !UserManager() ? QString() : UserManager()->EnvToFilePath(m_location));
     ShowStore();
     if (!m_store.Files().isEmpty()) {
-        Note(this, QStringLiteral("%1 Datenpunkte aus %2 Dateien geladen")
+        const qsizetype files = m_store.Files().size();
+        Note(this, QStringLiteral("%1 Datenpunkte aus %2 geladen")
                        .arg(m_store.Datapoints().size())
-                       .arg(m_store.Files().size()));
+                       .arg(files == 1 ? m_store.Files().first().Name : QStringLiteral("%1 Dateien").arg(files)));
     }
     for (const QString& problem : m_store.Problems())
         Note(this, problem);
