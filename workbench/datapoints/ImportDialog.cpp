@@ -20,6 +20,7 @@ namespace
 
 constexpr int ProgressSteps = 1000;
 constexpr int ProblemLines = 5;
+constexpr int PatienceMilliseconds = 500; // before progress is shown
 
 QTreeWidgetItem* MakeRow(const TDatapoint& datapoint, const QString& change)
 {
@@ -135,6 +136,7 @@ bool TImportDialog::Preview()
     QProgressDialog progress(QStringLiteral("%1 wird gelesen ...").arg(TargetName()), QStringLiteral("Abbrechen"), 0,
                              ProgressSteps, this);
     progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(PatienceMilliseconds);
     TImportOptions options;
     options.Encoding = ChosenEncoding();
     options.Progress = [&progress](double share) {
@@ -180,16 +182,22 @@ void TImportDialog::ShowDatapoints(const TImportChanges& changes)
 {
     const QSet<QString> added = Addresses(changes.Added);
     const QSet<QString> renamed = Addresses(changes.Renamed);
-    QList<QTreeWidgetItem*> rows;
+    // What changes comes first.
+    QList<QTreeWidgetItem*> changed;
+    QList<QTreeWidgetItem*> unchanged;
     for (const TDatapoint& datapoint : changes.Gone)
-        rows.append(MakeRow(datapoint, QStringLiteral("entfällt")));
+        changed.append(MakeRow(datapoint, QStringLiteral("entfällt")));
     for (const TDatapoint& datapoint : std::as_const(m_result.Datapoints)) {
         const QString key = datapoint.Address + datapoint.Group.value(0);
-        const QString other = renamed.contains(key) ? QStringLiteral("umbenannt") : QString();
-        rows.append(MakeRow(datapoint, added.contains(key) ? QStringLiteral("neu") : other));
+        if (added.contains(key))
+            changed.append(MakeRow(datapoint, QStringLiteral("neu")));
+        else if (renamed.contains(key))
+            changed.append(MakeRow(datapoint, QStringLiteral("umbenannt")));
+        else
+            unchanged.append(MakeRow(datapoint, QString()));
     }
     m_datapoints->clear();
-    m_datapoints->addTopLevelItems(rows);
+    m_datapoints->addTopLevelItems(changed + unchanged);
     for (int column = 0; column < m_datapoints->columnCount(); ++column)
         m_datapoints->resizeColumnToContents(column);
 }
