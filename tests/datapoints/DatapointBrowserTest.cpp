@@ -9,9 +9,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
@@ -34,14 +36,14 @@ class DatapointBrowser : public ::testing::Test
 protected:
     DatapointBrowser()
     {
-        QDir(Project.Root()).mkpath(QStringLiteral("_config/data/datapoints/eib"));
-        Project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"), Export);
+        QDir(m_project.Root()).mkpath(QStringLiteral("_config/data/datapoints/eib"));
+        m_project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"), Export);
         bool handled = false;
-        Browser.ExecuteCmd(Command, handled);
+        m_browser.ExecuteCmd(Command, handled);
         EXPECT_TRUE(handled);
     }
 
-    TDatapointModel& Model() const { return *qobject_cast<TDatapointModel*>(Browser.View()->model()); }
+    TDatapointModel& Model() const { return *qobject_cast<TDatapointModel*>(m_browser.View()->model()); }
 
     QModelIndex Find(const QString& text) const
     {
@@ -52,16 +54,16 @@ protected:
 
     QAction* Action(const char* name) const
     {
-        for (QAction* action : Browser.actions()) {
+        for (QAction* action : m_browser.actions()) {
             if (action->objectName() == QString::fromLatin1(name))
                 return action;
         }
         return nullptr;
     }
 
-    TTemporaryProject Project;
-    TRecordedMessages Messages;
-    TDatapointBrowser Browser{dkEib, nullptr};
+    TTemporaryProject m_project;
+    TRecordedMessages m_messages;
+    TDatapointBrowser m_browser{dkEib, nullptr};
 };
 
 TPropertyDragObject Dragged(const TDatapointModel& model, const QModelIndex& index)
@@ -86,18 +88,18 @@ TEST_F(DatapointBrowser, ShowsTheProjectsAddressesInTheirGroups)
 
 TEST_F(DatapointBrowser, FiltersByNameAndKeepsTheGroupsAbove)
 {
-    Browser.FilterLine()->setText(QStringLiteral("KÜCHE"));
+    m_browser.FilterLine()->setText(QStringLiteral("KÜCHE"));
     EXPECT_EQ(Model().ShownDatapoints(), 1);
     ASSERT_EQ(Model().rowCount(), 1);
     EXPECT_EQ(Model().index(0, 0).data().toString(), QStringLiteral("Licht"));
-    EXPECT_TRUE(Browser.View()->isExpanded(Model().index(0, 0)));
-    Browser.FilterLine()->clear();
+    EXPECT_TRUE(m_browser.View()->isExpanded(Model().index(0, 0)));
+    m_browser.FilterLine()->clear();
     EXPECT_EQ(Model().ShownDatapoints(), 3);
 }
 
 TEST_F(DatapointBrowser, FiltersByAddress)
 {
-    Browser.FilterLine()->setText(QStringLiteral("2/1/"));
+    m_browser.FilterLine()->setText(QStringLiteral("2/1/"));
     EXPECT_EQ(Model().ShownDatapoints(), 1);
     EXPECT_TRUE(Find(QStringLiteral("2/1/1")).isValid());
     EXPECT_FALSE(Find(QStringLiteral("1/1/1")).isValid());
@@ -105,7 +107,7 @@ TEST_F(DatapointBrowser, FiltersByAddress)
 
 TEST_F(DatapointBrowser, ShowsNothingWhereNothingMatches)
 {
-    Browser.FilterLine()->setText(QStringLiteral("gibt es nicht"));
+    m_browser.FilterLine()->setText(QStringLiteral("gibt es nicht"));
     EXPECT_EQ(Model().rowCount(), 0);
 }
 
@@ -133,16 +135,16 @@ TEST_F(DatapointBrowser, DragsNoGroup)
 TEST_F(DatapointBrowser, DragsATypeThatWasChosenByHand)
 {
     const QModelIndex setpoint = Find(QStringLiteral("2/1/1"));
-    Browser.Store().SetEisNumber(*Model().DatapointAt(setpoint), 5);
+    m_browser.Store().SetEisNumber(*Model().DatapointAt(setpoint), 5);
     EXPECT_EQ(Dragged(Model(), setpoint).GetValue(QStringLiteral("type")), QStringLiteral("5"));
 }
 
 TEST_F(DatapointBrowser, ChoosesTypesForUndeterminedAddressesOnly)
 {
-    Browser.View()->expandAll();
-    Browser.View()->setCurrentIndex(Find(QStringLiteral("1/1/1")));
+    m_browser.View()->expandAll();
+    m_browser.View()->setCurrentIndex(Find(QStringLiteral("1/1/1")));
     EXPECT_FALSE(Action("MenuAction_ChooseType")->isEnabled());
-    Browser.View()->setCurrentIndex(Find(QStringLiteral("2/1/1")));
+    m_browser.View()->setCurrentIndex(Find(QStringLiteral("2/1/1")));
     EXPECT_TRUE(Action("MenuAction_ChooseType")->isEnabled());
     Action("MenuAction_ChooseType")->menu()->actions().at(5)->trigger();
     EXPECT_EQ(Find(QStringLiteral("2/1/1")).siblingAtColumn(TDatapointModel::ColumnType).data().toString(),
@@ -151,14 +153,14 @@ TEST_F(DatapointBrowser, ChoosesTypesForUndeterminedAddressesOnly)
 
 TEST_F(DatapointBrowser, IsUsedWithTheKeyboardAlone)
 {
-    Browser.show();
-    Browser.FilterLine()->setFocus();
-    QTest::keyClicks(Browser.FilterLine(), QStringLiteral("bad"));
-    QTest::keyClick(Browser.FilterLine(), Qt::Key_Down);
-    EXPECT_EQ(Browser.View()->currentIndex(), Model().index(0, 0));
-    QTest::keyClick(Browser.View(), Qt::Key_Down);
-    QTest::keyClick(Browser.View(), Qt::Key_Down);
-    EXPECT_EQ(Browser.View()->currentIndex().data().toString(), QStringLiteral("1/2/1"));
+    m_browser.show();
+    m_browser.FilterLine()->setFocus();
+    QTest::keyClicks(m_browser.FilterLine(), QStringLiteral("bad"));
+    QTest::keyClick(m_browser.FilterLine(), Qt::Key_Down);
+    EXPECT_EQ(m_browser.View()->currentIndex(), Model().index(0, 0));
+    QTest::keyClick(m_browser.View(), Qt::Key_Down);
+    QTest::keyClick(m_browser.View(), Qt::Key_Down);
+    EXPECT_EQ(m_browser.View()->currentIndex().data().toString(), QStringLiteral("1/2/1"));
     Action("MenuAction_Copy")->trigger();
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("1/2/1"));
     const auto copied = TPropertyDragObject::FromMimeData(QApplication::clipboard()->mimeData());
@@ -170,24 +172,24 @@ TEST_F(DatapointBrowser, FollowsTheProject)
 {
     UserManager()->CloseProject();
     EXPECT_EQ(Model().rowCount(), 0);
-    UserManager()->OpenProject(Project.Root());
+    UserManager()->OpenProject(m_project.Root());
     EXPECT_EQ(Model().rowCount(), 2);
 }
 
 TEST_F(DatapointBrowser, ReportsUnreadableLinesWithFileLineAndReason)
 {
-    Project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"),
-                  Export + "Licht.EG.99/1/1\tFalsch\t\tLow\t\r\n");
-    Browser.MenuAction_Reload();
-    EXPECT_EQ(Messages.Notes.filter(QStringLiteral("haus.esf, Zeile 5")).size(), 1);
+    m_project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"),
+                    Export + "Licht.EG.99/1/1\tFalsch\t\tLow\t\r\n");
+    m_browser.MenuAction_Reload();
+    EXPECT_EQ(m_messages.Notes.filter(QStringLiteral("haus.esf, Zeile 5")).size(), 1);
     EXPECT_EQ(Model().ShownDatapoints(), 3);
 }
 
 TEST_F(DatapointBrowser, ImportsAfterAPreview)
 {
-    const QString path = Project.Path(QStringLiteral("neu.esf"));
+    const QString path = m_project.Path(QStringLiteral("neu.esf"));
     WriteAll(path, Export + "Licht.EG.1/1/9\tNeue Lampe\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n");
-    TImportDialog dialog(Browser.Store(), path, nullptr);
+    TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         EXPECT_TRUE(
             dialog.findChild<QLabel*>(QStringLiteral("LabelSummary"))->text().contains(QStringLiteral("1 neu")));
@@ -195,28 +197,28 @@ TEST_F(DatapointBrowser, ImportsAfterAPreview)
         dialog.findChild<QPushButton*>(QStringLiteral("BtnImport"))->click();
     });
     EXPECT_TRUE(dialog.Execute());
-    EXPECT_TRUE(Project.Exists(QStringLiteral("_config/data/datapoints/eib/neu.esf")));
-    EXPECT_FALSE(Project.Exists(QStringLiteral("_config/data/datapoints/eib/haus.esf")));
-    EXPECT_EQ(Browser.Store().Datapoints().size(), 4);
+    EXPECT_TRUE(m_project.Exists(QStringLiteral("_config/data/datapoints/eib/neu.esf")));
+    EXPECT_FALSE(m_project.Exists(QStringLiteral("_config/data/datapoints/eib/haus.esf")));
+    EXPECT_EQ(m_browser.Store().Datapoints().size(), 4);
 }
 
 TEST_F(DatapointBrowser, ChangesNothingWhenAnImportIsGivenUp)
 {
-    const QString path = Project.Path(QStringLiteral("neu.esf"));
+    const QString path = m_project.Path(QStringLiteral("neu.esf"));
     WriteAll(path, Export);
-    TImportDialog dialog(Browser.Store(), path, nullptr);
+    TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, &QDialog::reject);
     EXPECT_FALSE(dialog.Execute());
-    EXPECT_FALSE(Project.Exists(QStringLiteral("_config/data/datapoints/eib/neu.esf")));
-    EXPECT_EQ(ReadAll(Project.Path(QStringLiteral("_config/data/datapoints/eib/haus.esf"))), Export);
+    EXPECT_FALSE(m_project.Exists(QStringLiteral("_config/data/datapoints/eib/neu.esf")));
+    EXPECT_EQ(ReadAll(m_project.Path(QStringLiteral("_config/data/datapoints/eib/haus.esf"))), Export);
 }
 
 TEST_F(DatapointBrowser, ShowsUmlautsInTheChosenEncodingBeforeTheImport)
 {
-    const QString path = Project.Path(QStringLiteral("dos.esf"));
+    const QString path = m_project.Path(QStringLiteral("dos.esf"));
     WriteAll(path, "Haus\r\nLicht.EG.1/1/1\tK\x81"
                    "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n");
-    TImportDialog dialog(Browser.Store(), path, nullptr);
+    TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         auto* encodings = dialog.findChild<QComboBox*>(QStringLiteral("CBoxEncoding"));
         const auto* preview = dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"));
@@ -237,9 +239,9 @@ TEST_F(DatapointBrowser, ShowsUmlautsInTheChosenEncodingBeforeTheImport)
 
 TEST_F(DatapointBrowser, RefusesToImportWhatIsNoExport)
 {
-    const QString path = Project.Path(QStringLiteral("bild.png"));
+    const QString path = m_project.Path(QStringLiteral("bild.png"));
     WriteAll(path, QByteArray("\x89PNG\r\n\x1A\n\0\0", 10));
-    TImportDialog dialog(Browser.Store(), path, nullptr);
+    TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("BtnImport"))->isEnabled());
         dialog.reject();
@@ -249,8 +251,8 @@ TEST_F(DatapointBrowser, RefusesToImportWhatIsNoExport)
 
 TEST_F(DatapointBrowser, ReportsAFileThatCannotBeRead)
 {
-    TImportDialog dialog(Browser.Store(), Project.Path(QStringLiteral("fehlt.esf")), nullptr);
+    TImportDialog dialog(m_browser.Store(), m_project.Path(QStringLiteral("fehlt.esf")), nullptr);
     EXPECT_FALSE(dialog.Execute());
-    ASSERT_EQ(Messages.Errors.size(), 1);
-    EXPECT_TRUE(Messages.Errors.first().contains(QStringLiteral("fehlt.esf")));
+    ASSERT_EQ(m_messages.Errors.size(), 1);
+    EXPECT_TRUE(m_messages.Errors.first().contains(QStringLiteral("fehlt.esf")));
 }

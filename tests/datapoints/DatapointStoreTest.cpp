@@ -17,18 +17,18 @@ const QByteArray Export = "Haus\r\n"
 class DatapointStore : public ::testing::Test
 {
 protected:
-    QString Directory() const { return Project.Path(QStringLiteral("_config/data/datapoints")); }
+    QString Directory() const { return m_project.Path(QStringLiteral("_config/data/datapoints")); }
     QString File(const QString& name) const { return Directory() + QStringLiteral("/eib/") + name; }
 
     void Import(const QString& name, const QByteArray& content, const QString& replaced = {})
     {
-        Store.Import(name, content, {}, replaced);
+        m_store.Import(name, content, {}, replaced);
     }
 
-    void SetUp() override { Store.Load(Directory()); }
+    void SetUp() override { m_store.Load(Directory()); }
 
-    TTemporaryProject Project;
-    TDatapointStore Store{dkEib};
+    TTemporaryProject m_project;
+    TDatapointStore m_store{dkEib};
 };
 
 QStringList Addresses(const QList<TDatapoint>& datapoints)
@@ -43,15 +43,15 @@ QStringList Addresses(const QList<TDatapoint>& datapoints)
 
 TEST_F(DatapointStore, IsEmptyWithoutADirectory)
 {
-    EXPECT_TRUE(Store.Datapoints().isEmpty());
-    EXPECT_TRUE(Store.Problems().isEmpty());
+    EXPECT_TRUE(m_store.Datapoints().isEmpty());
+    EXPECT_TRUE(m_store.Problems().isEmpty());
 }
 
 TEST_F(DatapointStore, KeepsTheOriginalFileAsItCame)
 {
     Import(QStringLiteral("haus.esf"), Export);
     EXPECT_EQ(ReadAll(File(QStringLiteral("haus.esf"))), Export);
-    EXPECT_EQ(Addresses(Store.Datapoints()), (QStringList{QStringLiteral("1/1/1"), QStringLiteral("1/1/2")}));
+    EXPECT_EQ(Addresses(m_store.Datapoints()), (QStringList{QStringLiteral("1/1/1"), QStringLiteral("1/1/2")}));
 }
 
 TEST_F(DatapointStore, ShowsWhatTheProjectHoldsWithoutAnImport)
@@ -67,10 +67,10 @@ TEST_F(DatapointStore, ShowsWhatTheProjectHoldsWithoutAnImport)
 TEST_F(DatapointStore, KeepsATypeChosenByHandOverAnImport)
 {
     Import(QStringLiteral("haus.esf"), Export);
-    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 0);
-    Store.SetEisNumber(Store.Datapoints()[1], 6);
+    EXPECT_EQ(m_store.EisNumber(m_store.Datapoints()[1]), 0);
+    m_store.SetEisNumber(m_store.Datapoints()[1], 6);
     Import(QStringLiteral("haus.esf"), Export, QStringLiteral("haus.esf"));
-    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 6);
+    EXPECT_EQ(m_store.EisNumber(m_store.Datapoints()[1]), 6);
     TDatapointStore other(dkEib);
     other.Load(Directory());
     EXPECT_EQ(other.EisNumber(other.Datapoints()[1]), 6);
@@ -79,10 +79,10 @@ TEST_F(DatapointStore, KeepsATypeChosenByHandOverAnImport)
 TEST_F(DatapointStore, PrefersTheTypeThatAFileGives)
 {
     Import(QStringLiteral("haus.esf"), Export);
-    Store.SetEisNumber(Store.Datapoints()[1], 6);
+    m_store.SetEisNumber(m_store.Datapoints()[1], 6);
     const QByteArray determined = QByteArray(Export).replace("Unbestimmt (1 Byte)", "EIS 2 'Dimmen' (4 Bit)");
     Import(QStringLiteral("haus.esf"), determined, QStringLiteral("haus.esf"));
-    EXPECT_EQ(Store.EisNumber(Store.Datapoints()[1]), 2);
+    EXPECT_EQ(m_store.EisNumber(m_store.Datapoints()[1]), 2);
 }
 
 TEST_F(DatapointStore, SaysWhatAnImportChanges)
@@ -91,7 +91,7 @@ TEST_F(DatapointStore, SaysWhatAnImportChanges)
     const QByteArray changed = "Haus\r\n"
                                "Licht.EG.1/1/2\tDecke Diele\tUnbestimmt (1 Byte)\tLow\t\r\n"
                                "Licht.EG.1/1/3\tDecke Bad\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n";
-    const TImportChanges changes = Store.Compare(QStringLiteral("haus.esf"), ReadDatapoints(dkEib, changed));
+    const TImportChanges changes = m_store.Compare(QStringLiteral("haus.esf"), ReadDatapoints(dkEib, changed));
     EXPECT_EQ(Addresses(changes.Added), QStringList{QStringLiteral("1/1/3")});
     EXPECT_EQ(Addresses(changes.Renamed), QStringList{QStringLiteral("1/1/2")});
     EXPECT_EQ(Addresses(changes.Gone), QStringList{QStringLiteral("1/1/1")});
@@ -100,7 +100,7 @@ TEST_F(DatapointStore, SaysWhatAnImportChanges)
 TEST_F(DatapointStore, LosesNothingWhenAFileIsAddedToAnother)
 {
     Import(QStringLiteral("haus.esf"), Export);
-    const TImportChanges changes = Store.Compare({}, ReadDatapoints(dkEib, Export));
+    const TImportChanges changes = m_store.Compare({}, ReadDatapoints(dkEib, Export));
     EXPECT_TRUE(changes.Added.isEmpty());
     EXPECT_TRUE(changes.Gone.isEmpty());
 }
@@ -109,9 +109,9 @@ TEST_F(DatapointStore, CountsTheFirstOfAnAddressInTwoFilesAndReportsTheOther)
 {
     Import(QStringLiteral("a.esf"), Export);
     Import(QStringLiteral("b.esf"), QByteArray(Export).replace("Decke Flur", "Anderes"));
-    ASSERT_EQ(Store.Datapoints().size(), 2);
-    EXPECT_EQ(Store.Datapoints()[1].Name, QStringLiteral("Decke Flur"));
-    EXPECT_EQ(Store.Problems().filter(QStringLiteral("b.esf")).size(), 2);
+    ASSERT_EQ(m_store.Datapoints().size(), 2);
+    EXPECT_EQ(m_store.Datapoints()[1].Name, QStringLiteral("Decke Flur"));
+    EXPECT_EQ(m_store.Problems().filter(QStringLiteral("b.esf")).size(), 2);
 }
 
 TEST_F(DatapointStore, RemovesTheReplacedFileOfAnotherName)
@@ -119,8 +119,8 @@ TEST_F(DatapointStore, RemovesTheReplacedFileOfAnotherName)
     Import(QStringLiteral("alt.esf"), Export);
     Import(QStringLiteral("neu.esf"), Export, QStringLiteral("alt.esf"));
     EXPECT_FALSE(QFile::exists(File(QStringLiteral("alt.esf"))));
-    ASSERT_EQ(Store.Files().size(), 1);
-    EXPECT_EQ(Store.Files()[0].Name, QStringLiteral("neu.esf"));
+    ASSERT_EQ(m_store.Files().size(), 1);
+    EXPECT_EQ(m_store.Files()[0].Name, QStringLiteral("neu.esf"));
 }
 
 TEST_F(DatapointStore, NeverOverwritesAFileThatIsNotReplaced)
@@ -134,7 +134,7 @@ TEST_F(DatapointStore, RemembersTheChosenEncoding)
 {
     const QByteArray content = "Haus\r\nLicht.EG.1/1/1\tK\x81"
                                "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n";
-    Store.Import(QStringLiteral("haus.esf"), content, QStringLiteral("IBM850"), {});
+    m_store.Import(QStringLiteral("haus.esf"), content, QStringLiteral("IBM850"), {});
     TDatapointStore other(dkEib);
     other.Load(Directory());
     ASSERT_EQ(other.Datapoints().size(), 1);
@@ -145,9 +145,9 @@ TEST_F(DatapointStore, ReportsDamagedDecisionsAndKeepsThem)
 {
     Import(QStringLiteral("haus.esf"), Export);
     WriteAll(Directory() + QStringLiteral("/eib.json"), "{ kaputt");
-    Store.Load(Directory());
-    EXPECT_EQ(Store.Problems().filter(QStringLiteral("eib.json")).size(), 1);
-    EXPECT_THROW(Store.SetEisNumber(Store.Datapoints()[1], 6), TFileError);
+    m_store.Load(Directory());
+    EXPECT_EQ(m_store.Problems().filter(QStringLiteral("eib.json")).size(), 1);
+    EXPECT_THROW(m_store.SetEisNumber(m_store.Datapoints()[1], 6), TFileError);
     EXPECT_EQ(ReadAll(Directory() + QStringLiteral("/eib.json")), "{ kaputt");
 }
 

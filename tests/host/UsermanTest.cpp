@@ -40,16 +40,16 @@ protected:
     UserManagerTest()
     {
         SetupUserManager();
-        TProject::Create(First, QStringLiteral("Haus"));
-        TProject::Create(Second, QStringLiteral("Büro"));
+        TProject::Create(m_first, QStringLiteral("Haus"));
+        TProject::Create(m_second, QStringLiteral("Büro"));
     }
     ~UserManagerTest() override { DisposeUserManager(); }
 
     static bool IsPathSet() { return qEnvironmentVariableIsSet("PRJPATH"); }
 
     QTemporaryDir m_directory;
-    const QString First = m_directory.filePath(QStringLiteral("haus"));
-    const QString Second = m_directory.filePath(QStringLiteral("büro %HOME%"));
+    const QString m_first = m_directory.filePath(QStringLiteral("haus"));
+    const QString m_second = m_directory.filePath(QStringLiteral("büro %HOME%"));
 };
 
 } // namespace
@@ -95,24 +95,24 @@ TEST_F(UserManagerTest, HasNoProjectAtFirst)
 
 TEST_F(UserManagerTest, OpensAProjectAndExportsItsPath)
 {
-    UserManager()->OpenProject(First + u'/');
+    UserManager()->OpenProject(m_first + u'/');
     ASSERT_NE(UserManager()->GetActiveProject(), nullptr);
     EXPECT_EQ(UserManager()->GetActiveProject()->GetName(), QStringLiteral("Haus"));
-    EXPECT_EQ(UserManager()->GetActiveProject()->GetRootDirectory(), First);
-    EXPECT_EQ(qgetenv("PRJPATH"), First.toUtf8());
+    EXPECT_EQ(UserManager()->GetActiveProject()->GetRootDirectory(), m_first);
+    EXPECT_EQ(qgetenv("PRJPATH"), m_first.toUtf8());
 }
 
 TEST_F(UserManagerTest, ExportsThePathOfTheNextProject)
 {
-    UserManager()->OpenProject(First);
-    UserManager()->OpenProject(Second);
+    UserManager()->OpenProject(m_first);
+    UserManager()->OpenProject(m_second);
     EXPECT_EQ(UserManager()->GetActiveProject()->GetName(), QStringLiteral("Büro"));
-    EXPECT_EQ(qgetenv("PRJPATH"), Second.toUtf8());
+    EXPECT_EQ(qgetenv("PRJPATH"), m_second.toUtf8());
 }
 
 TEST_F(UserManagerTest, ClosesAProjectAndTakesItsPathBack)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     UserManager()->CloseProject();
     EXPECT_EQ(UserManager()->GetActiveProject(), nullptr);
     EXPECT_FALSE(IsPathSet());
@@ -120,7 +120,7 @@ TEST_F(UserManagerTest, ClosesAProjectAndTakesItsPathBack)
 
 TEST_F(UserManagerTest, TakesThePathBackWhenItIsDestroyed)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     DisposeUserManager();
     EXPECT_FALSE(IsPathSet());
     SetupUserManager();
@@ -128,13 +128,13 @@ TEST_F(UserManagerTest, TakesThePathBackWhenItIsDestroyed)
 
 TEST_F(UserManagerTest, KeepsTheProjectWhenTheNextOneCannotBeOpened)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     TListener listener;
     UserManager()->AddListener(&listener, &TListener::Hear);
     EXPECT_THROW(UserManager()->OpenProject(m_directory.filePath(QStringLiteral("none"))), TUserError);
     ASSERT_NE(UserManager()->GetActiveProject(), nullptr);
-    EXPECT_EQ(UserManager()->GetActiveProject()->GetRootDirectory(), First);
-    EXPECT_EQ(qgetenv("PRJPATH"), First.toUtf8());
+    EXPECT_EQ(UserManager()->GetActiveProject()->GetRootDirectory(), m_first);
+    EXPECT_EQ(qgetenv("PRJPATH"), m_first.toUtf8());
     EXPECT_EQ(listener.Calls, 0);
 }
 
@@ -142,11 +142,11 @@ TEST_F(UserManagerTest, TellsListenersWhatChanged)
 {
     TListener listener;
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 1);
     EXPECT_EQ(listener.Sender, UserManager());
     EXPECT_EQ(listener.Property, upProject);
-    EXPECT_EQ(listener.Value, First + QStringLiteral("/velmora.project"));
+    EXPECT_EQ(listener.Value, m_first + QStringLiteral("/velmora.project"));
     UserManager()->CloseProject();
     EXPECT_EQ(listener.Calls, 2);
     EXPECT_EQ(listener.Value, QString());
@@ -155,9 +155,9 @@ TEST_F(UserManagerTest, TellsListenersWhatChanged)
 TEST_F(UserManagerTest, TellsListenersWhenTheSameProjectIsOpenedAgain)
 {
     TListener listener;
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 1);
 }
 
@@ -179,8 +179,8 @@ TEST_F(UserManagerTest, HasChangedWhenListenersAreTold)
         project = UserManager()->GetActiveProject();
     };
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
-    EXPECT_EQ(path, First.toUtf8());
+    UserManager()->OpenProject(m_first);
+    EXPECT_EQ(path, m_first.toUtf8());
     EXPECT_EQ(project, UserManager()->GetActiveProject());
 }
 
@@ -189,7 +189,7 @@ TEST_F(UserManagerTest, CallsAListenerOnceThatWasAddedTwice)
     TListener listener;
     UserManager()->AddListener(&listener, &TListener::Hear);
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 1);
 }
 
@@ -201,7 +201,7 @@ TEST_F(UserManagerTest, EndsAllThatAddingAListenerTwiceBegan)
     UserManager()->AddListener(&other, &TListener::Hear);
     UserManager()->AddListener(&listener, &TListener::Hear);
     UserManager()->RemoveListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 0);
     EXPECT_EQ(other.Calls, 1);
 }
@@ -213,7 +213,7 @@ TEST_F(UserManagerTest, TakesAListenerAgainAfterItWasRemoved)
     UserManager()->RemoveListener(&listener, &TListener::Hear);
     UserManager()->RemoveListener(&listener, &TListener::Hear);
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 1);
 }
 
@@ -221,7 +221,7 @@ TEST_F(UserManagerTest, IsNotHarmedByRemovingAListenerThatWasNeverAdded)
 {
     TListener listener;
     UserManager()->RemoveListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(listener.Calls, 0);
 }
 
@@ -232,8 +232,8 @@ TEST_F(UserManagerTest, LetsAListenerRemoveItselfWhileItIsCalled)
     first.React = [&] { UserManager()->RemoveListener(&first, &TListener::Hear); };
     UserManager()->AddListener(&first, &TListener::Hear);
     UserManager()->AddListener(&second, &TListener::Hear);
-    UserManager()->OpenProject(First);
-    UserManager()->OpenProject(Second);
+    UserManager()->OpenProject(m_first);
+    UserManager()->OpenProject(m_second);
     EXPECT_EQ(first.Calls, 1);
     EXPECT_EQ(second.Calls, 2);
 }
@@ -246,7 +246,7 @@ TEST_F(UserManagerTest, DoesNotCallAListenerThatAnEarlierOneRemoved)
     first.React = [&] { UserManager()->RemoveListener(&second, &TListener::Hear); };
     for (TListener* listener : {&first, &second, &third})
         UserManager()->AddListener(listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(second.Calls, 0);
     EXPECT_EQ(third.Calls, 1);
 }
@@ -257,9 +257,9 @@ TEST_F(UserManagerTest, CallsAListenerThatWasAddedByAnotherFromTheNextChangeOn)
     TListener second;
     first.React = [&] { UserManager()->AddListener(&second, &TListener::Hear); };
     UserManager()->AddListener(&first, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(second.Calls, 0);
-    UserManager()->OpenProject(Second);
+    UserManager()->OpenProject(m_second);
     EXPECT_EQ(second.Calls, 1);
 }
 
@@ -270,7 +270,7 @@ TEST_F(UserManagerTest, DropsDestroyedListeners)
     UserManager()->AddListener(listener.get(), &TListener::Hear);
     UserManager()->AddListener(&other, &TListener::Hear);
     listener.reset();
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(other.Calls, 1);
 }
 
@@ -283,7 +283,7 @@ TEST_F(UserManagerTest, LetsAListenerDestroyAnotherWhileItIsCalled)
     UserManager()->AddListener(&first, &TListener::Hear);
     UserManager()->AddListener(second.get(), &TListener::Hear);
     UserManager()->AddListener(&third, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(second, nullptr);
     EXPECT_EQ(third.Calls, 1);
 }
@@ -293,7 +293,7 @@ TEST_F(UserManagerTest, MayBeDisposedOfByAListener)
     TListener listener;
     listener.React = [] { DisposeUserManager(); };
     UserManager()->AddListener(&listener, &TListener::Hear);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(UserManager(), nullptr);
     EXPECT_FALSE(IsPathSet());
     SetupUserManager();
@@ -301,14 +301,14 @@ TEST_F(UserManagerTest, MayBeDisposedOfByAListener)
 
 TEST_F(UserManagerTest, ReplacesBothReferencesToTheProjectWithoutRegardToCase)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(UserManager()->DecodeVars(QStringLiteral("$(project)\\a;%PRJPATH%/b;$(PROJECT);%prjpath%")),
-              QStringLiteral("%1\\a;%1/b;%1;%1").arg(First));
+              QStringLiteral("%1\\a;%1/b;%1;%1").arg(m_first));
 }
 
 TEST_F(UserManagerTest, ReplacesNothingElseInATextWithVariables)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     const QString text = QStringLiteral("$(projekt) %PRJPATH $project %HOME% (project) $( project )");
     EXPECT_EQ(UserManager()->DecodeVars(text), text);
     EXPECT_EQ(UserManager()->DecodeVars(QString()), QString());
@@ -319,7 +319,7 @@ TEST_F(UserManagerTest, LeavesReferencesAsTheyStandWithoutAProject)
     const QString text = QStringLiteral("$(project)\\_config;%PRJPATH%\\x;%prjpath%");
     EXPECT_EQ(UserManager()->DecodeVars(text), text);
     EXPECT_EQ(UserManager()->EnvToFilePath(text), text);
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     UserManager()->CloseProject();
     EXPECT_EQ(UserManager()->DecodeVars(text), text);
     EXPECT_EQ(UserManager()->EnvToFilePath(text), text);
@@ -327,13 +327,13 @@ TEST_F(UserManagerTest, LeavesReferencesAsTheyStandWithoutAProject)
 
 TEST_F(UserManagerTest, TurnsTheProjectsReferencesIntoPackagePaths)
 {
-    UserManager()->OpenProject(First);
+    UserManager()->OpenProject(m_first);
     EXPECT_EQ(UserManager()->EnvToFilePath(QStringLiteral("$(project)\\_config/x.xml")),
-              ToPackagePath(First) + QStringLiteral("\\_config\\x.xml"));
+              ToPackagePath(m_first) + QStringLiteral("\\_config\\x.xml"));
     EXPECT_EQ(UserManager()->EnvToFilePath(QStringLiteral("%prjpath%\\x.xml")),
-              ToPackagePath(First) + QStringLiteral("\\x.xml"));
+              ToPackagePath(m_first) + QStringLiteral("\\x.xml"));
     EXPECT_EQ(UserManager()->EnvToFilePath(QStringLiteral("%PRJPATH%\\x.xml")),
-              ToPackagePath(First) + QStringLiteral("\\x.xml"));
+              ToPackagePath(m_first) + QStringLiteral("\\x.xml"));
 }
 
 TEST_F(UserManagerTest, TurnsEnvironmentReferencesIntoPackagePaths)
@@ -348,11 +348,11 @@ TEST_F(UserManagerTest, TurnsEnvironmentReferencesIntoPackagePaths)
 
 TEST_F(UserManagerTest, TakesThePercentSignsOfAProjectDirectoryForNoReference)
 {
-    UserManager()->OpenProject(Second);
+    UserManager()->OpenProject(m_second);
     EXPECT_EQ(UserManager()->EnvToFilePath(QStringLiteral("$(project)\\x")),
-              ToPackagePath(Second) + QStringLiteral("\\x"));
+              ToPackagePath(m_second) + QStringLiteral("\\x"));
     EXPECT_EQ(UserManager()->EnvToFilePath(QStringLiteral("%PRJPATH%\\x")),
-              ToPackagePath(Second) + QStringLiteral("\\x"));
+              ToPackagePath(m_second) + QStringLiteral("\\x"));
 }
 
 TEST(UserManagerTexts, DependOnTheProjectWhenTheyReferToIt)
