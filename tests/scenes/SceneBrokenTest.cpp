@@ -214,7 +214,7 @@ TEST_F(SpoiledScenes, ReadUtf8InLatin1AsTheBytesThatItIs)
 
 TEST_F(SpoiledScenes, KeepAnAttributeOfTenMegabytes)
 {
-    constexpr qsizetype Size = 10 * 1024 * 1024;
+    constexpr qsizetype Size = qsizetype{10} * 1024 * 1024;
     const QByteArray alias(Size, 'x');
     ASSERT_EQ(LoadWithTriggers(SceneDocument("trigger", {"<node name=\"t\" alias=\"" + alias + "\" />"})), Everything);
     EXPECT_EQ(m_top->Child(TriggerRootIndex)->Child(0)->Caption().size(), Size);

@@ -12,7 +12,7 @@ namespace
 
 void AppendOutline(const TSceneNode* node, QStringList& lines)
 {
-    lines.append(QString(2 * node->Level(), u' ') + node->Caption());
+    lines.append(QString(qsizetype{2} * node->Level(), u' ') + node->Caption());
     for (int i = 0; i < node->Count(); ++i)
         AppendOutline(node->Child(i), lines);
 }
