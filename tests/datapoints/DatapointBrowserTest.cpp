@@ -191,6 +191,9 @@ TEST_F(DatapointBrowser, ImportsAfterAPreview)
     WriteAll(path, Export + "Licht.EG.1/1/9\tNeue Lampe\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n");
     TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
+        auto* replaced = dialog.findChild<QComboBox*>(QStringLiteral("CBoxReplaced"));
+        EXPECT_EQ(replaced->currentData().toString(), QString());
+        replaced->setCurrentIndex(replaced->findData(QStringLiteral("haus.esf")));
         EXPECT_TRUE(
             dialog.findChild<QLabel*>(QStringLiteral("LabelSummary"))->text().contains(QStringLiteral("1 neu")));
         EXPECT_EQ(dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"))->topLevelItemCount(), 4);

@@ -3,6 +3,7 @@
 #include "Vlerrors.h"
 #include "DatapointStore.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace
@@ -161,4 +162,29 @@ TEST_F(DatapointStore, TellsInputAndHoldingRegistersOfOneNumberApart)
                      "Sollwert\tMODBUS_HOLDING_REGISTER\t1\n",
                      {}, {});
     EXPECT_EQ(registers.Datapoints().size(), 2);
+}
+
+TEST_F(DatapointStore, RefusesAFileThatWouldBeHidden)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    EXPECT_THROW(Import(QStringLiteral(".haus.esf"), Export, QStringLiteral("haus.esf")), TUserError);
+    EXPECT_EQ(ReadAll(File(QStringLiteral("haus.esf"))), Export);
+}
+
+TEST_F(DatapointStore, HasNothingAndTakesNothingWithoutAProject)
+{
+    Import(QStringLiteral("haus.esf"), Export);
+    m_store.Load({});
+    EXPECT_TRUE(m_store.Datapoints().isEmpty());
+    EXPECT_THROW(Import(QStringLiteral("neu.esf"), Export), TUserError);
+}
+
+TEST_F(DatapointStore, ForgetsTheEncodingOfAFileThatWasTakenAway)
+{
+    m_store.Import(QStringLiteral("haus.esf"), Export, QStringLiteral("IBM850"), {});
+    ASSERT_TRUE(QFile::remove(File(QStringLiteral("haus.esf"))));
+    m_store.Load(Directory());
+    Import(QStringLiteral("haus.esf"), Export);
+    ASSERT_EQ(m_store.Datapoints().size(), 2);
+    EXPECT_EQ(m_store.Datapoints()[0].Name, QStringLiteral("Decke Küche"));
 }

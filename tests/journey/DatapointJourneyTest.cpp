@@ -25,7 +25,7 @@ TEST_F(DatapointJourney, FromTheImportedAddressToTheExportedStep)
     const QByteArray addresses = before.value(DatapointsFolder + QStringLiteral("musterhaus.esf")) +
                                  "Garten.Gruppe 6-7.6/7/1\tBrunnenpumpe S\xFC"
                                  "d\tEIS 6 'Skalieren' (8 Bit)\tLow\t\r\n";
-    const QString file = m_directory.filePath(QStringLiteral("neu.esf"));
+    const QString file = m_directory.filePath(QStringLiteral("musterhaus.esf"));
     WriteAll(file, addresses);
 
     const auto journey = [&](TRobot& robot) {
@@ -87,9 +87,8 @@ TEST_F(DatapointJourney, FromTheImportedAddressToTheExportedStep)
         robot.WaitFor(QStringLiteral("the export"), [] { return !TUser::IsModified(); });
 
         TContents expected = before;
-        expected.insert(QStringLiteral("neu.esf"), addresses);
-        expected.remove(DatapointsFolder + QStringLiteral("musterhaus.esf"));
-        expected.insert(DatapointsFolder + QStringLiteral("neu.esf"), addresses);
+        expected.insert(QStringLiteral("musterhaus.esf"), addresses);
+        expected.insert(DatapointsFolder + QStringLiteral("musterhaus.esf"), addresses);
         AddLine(expected, "actions_allowed.xml",
                 "<node name=\"6/7/1\" alias=\"Brunnenpumpe S\xFC"
                 "d\" eis=\"6\" type=\"eib\" />");

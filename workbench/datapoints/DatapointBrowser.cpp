@@ -253,8 +253,7 @@ void TDatapointBrowser::MenuAction_Import()
         return;
     ShowStore();
     Note(this, QStringLiteral("\"%1\" importiert, %2 Datenpunkte im Projekt")
-                   .arg(ExtractFileName(path))
-                   .arg(m_store.Datapoints().size()));
+                   .arg(ExtractFileName(path), QString::number(m_store.Datapoints().size())));
 }
 
 void TDatapointBrowser::MenuAction_Copy()

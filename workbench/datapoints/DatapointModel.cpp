@@ -95,7 +95,9 @@ const TDatapointModel::TNode& TDatapointModel::NodeAt(const QModelIndex& index) 
 const TDatapoint* TDatapointModel::DatapointAt(const QModelIndex& index) const
 {
     const qsizetype datapoint = index.isValid() ? NodeAt(index).Datapoint : -1;
-    return datapoint < 0 ? nullptr : &m_store.Datapoints()[datapoint];
+    // Between a load of the store and Rebuild the list may be shorter than what is shown.
+    const bool known = datapoint >= 0 && datapoint < m_store.Datapoints().size();
+    return known ? &m_store.Datapoints()[datapoint] : nullptr;
 }
 
 void TDatapointModel::NoteTypes()
@@ -131,7 +133,7 @@ int TDatapointModel::columnCount(const QModelIndex&) const
 
 QVariant TDatapointModel::data(const QModelIndex& index, int role) const
 {
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
+    if (role != Qt::DisplayRole)
         return {};
     const TDatapoint* datapoint = DatapointAt(index);
     if (!datapoint)

@@ -24,7 +24,7 @@ QString ProblemText(const QString& file, const TImportProblem& problem)
 {
     if (problem.Line == 0)
         return QStringLiteral("%1: %2").arg(file, problem.Reason);
-    return QStringLiteral("%1, Zeile %2: %3").arg(file).arg(problem.Line).arg(problem.Reason);
+    return QStringLiteral("%1, Zeile %2: %3").arg(file, QString::number(problem.Line), problem.Reason);
 }
 
 } // namespace
@@ -57,6 +57,9 @@ void TDatapointStore::Load(const QString& directory)
     m_directory = directory;
     m_files.clear();
     m_problems.clear();
+    m_datapoints.clear();
+    if (directory.isEmpty())
+        return;
     LoadDecisions();
     const QDir files(ToPlatformPath(FileDirectory()));
     const QStringList names = files.entryList(QDir::Files, QDir::Name);
@@ -201,6 +204,11 @@ TImportChanges TDatapointStore::Compare(const QString& replaced, const TImportRe
 void TDatapointStore::Import(const QString& fileName, const QByteArray& content, const QString& encoding,
                              const QString& replaced)
 {
+    if (m_directory.isEmpty())
+        throw TUserError(QStringLiteral("Es ist kein Projekt geöffnet."));
+    if (fileName.startsWith(u'.'))
+        throw TUserError(
+            QStringLiteral("\"%1\" beginnt mit einem Punkt und bliebe im Projekt unsichtbar.").arg(fileName));
     const QString target = JoinFilePath(FileDirectory(), {fileName});
     if (fileName != replaced && FileExists(target)) {
         throw TUserError(QStringLiteral("Im Projekt gibt es bereits eine Datei \"%1\", die nicht ersetzt werden soll.")
@@ -209,6 +217,7 @@ void TDatapointStore::Import(const QString& fileName, const QByteArray& content,
     ForceDirectories(FileDirectory());
     const QMap<QString, QString> before = m_encodings;
     m_encodings.remove(replaced);
+    m_encodings.remove(fileName);
     if (!encoding.isEmpty())
         m_encodings.insert(fileName, encoding);
     try {

@@ -15,6 +15,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -67,9 +69,8 @@ void TImportDialog::MakeControls()
     m_replaced->addItem(QStringLiteral("keine, zusätzlich aufnehmen"), QString());
     for (const TDatapointFile& file : m_store.Files())
         m_replaced->addItem(file.Name, file.Name);
-    const int sameName = m_replaced->findData(TargetName());
-    const int onlyFile = m_store.Files().size() == 1 ? 1 : 0;
-    m_replaced->setCurrentIndex(sameName > 0 ? sameName : onlyFile);
+    // Another name may be another building's: which file goes, is then for the user to say.
+    m_replaced->setCurrentIndex(std::max(0, m_replaced->findData(TargetName())));
     m_datapoints->setObjectName(QStringLiteral("TreePreview"));
     m_datapoints->setHeaderLabels(
         {QStringLiteral("Adresse"), QStringLiteral("Name"), QStringLiteral("Typ"), QStringLiteral("Änderung")});
@@ -90,7 +91,10 @@ void TImportDialog::MakeControls()
     connect(m_replaced, &QComboBox::currentIndexChanged, this, [this] { Guarded([this] { ShowResult(); }); });
 
     auto* fields = new QFormLayout;
-    fields->addRow(QStringLiteral("Datei:"), new QLabel(ToPlatformPath(m_path), this));
+    auto* path = new QLabel(ToPlatformPath(m_path), this);
+    path->setTextFormat(Qt::PlainText);
+    path->setWordWrap(true);
+    fields->addRow(QStringLiteral("Datei:"), path);
     fields->addRow(QStringLiteral("&Zeichensatz:"), m_encoding);
     fields->addRow(QStringLiteral("&Ersetzt:"), m_replaced);
     fields->addRow(QStringLiteral("Inhalt:"), m_summary);
