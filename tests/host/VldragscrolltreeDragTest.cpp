@@ -81,48 +81,48 @@ protected:
         auto top = std::make_unique<TTreeNode>(QStringLiteral("top"));
         for (int i = 0; i < 100; ++i)
             top->addChild(new TTreeNode(QStringLiteral("n%1").arg(i)));
-        Tree.ReplaceContent(std::move(top));
-        Tree.expandAll();
-        Tree.resize(300, 300);
-        Tree.show();
-        Tree.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&Tree));
+        m_tree.ReplaceContent(std::move(top));
+        m_tree.expandAll();
+        m_tree.resize(300, 300);
+        m_tree.show();
+        m_tree.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_tree));
     }
 
-    TTreeNode* Node(int index) const { return Tree.TopNode()->Child(index); }
-    QPoint PlaceOf(int index) const { return Tree.visualItemRect(Node(index)).center(); }
+    TTreeNode* Node(int index) const { return m_tree.TopNode()->Child(index); }
+    QPoint PlaceOf(int index) const { return m_tree.visualItemRect(Node(index)).center(); }
     QString Selected() const
     {
         QStringList captions;
-        for (const TTreeNode* node : Tree.SelectedNodes())
+        for (const TTreeNode* node : m_tree.SelectedNodes())
             captions.append(node->Caption());
         return captions.join(u' ');
     }
     void Click(int index, Qt::KeyboardModifiers keys = Qt::NoModifier)
     {
-        QTest::mouseClick(Tree.viewport(), Qt::LeftButton, keys, PlaceOf(index));
+        QTest::mouseClick(m_tree.viewport(), Qt::LeftButton, keys, PlaceOf(index));
     }
     // Drags node `index` out; `during` runs while it is dragged.
     bool Drag(
         int index, const std::function<void()>& during = [] {})
     {
         const QPoint from = PlaceOf(index);
-        Mouse.Press(from);
-        Mouse.Move(from + QPoint(1, 0));
-        return RunInLoop([&] { Mouse.Move(from + QPoint(30, 0)); }, during);
+        m_mouse.Press(from);
+        m_mouse.Move(from + QPoint(1, 0));
+        return RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0)); }, during);
     }
-    TDraggedOver Over(const QMimeData& content) { return {Tree.viewport(), &content}; }
-    QPoint BottomEdge() const { return {50, Tree.viewport()->height() - 3}; }
-    int ScrolledTo() const { return Tree.verticalScrollBar()->value(); }
+    TDraggedOver Over(const QMimeData& content) { return {m_tree.viewport(), &content}; }
+    QPoint BottomEdge() const { return {50, m_tree.viewport()->height() - 3}; }
+    int ScrolledTo() const { return m_tree.verticalScrollBar()->value(); }
     bool Scrolls()
     {
         const int before = ScrolledTo();
         return QTest::qWaitFor([&] { return ScrolledTo() != before; }, 1000);
     }
 
-    TDragLog Tree;
-    TMouse Mouse{Tree.viewport()};
-    TRecordedMessages Messages;
+    TDragLog m_tree;
+    TMouse m_mouse{m_tree.viewport()};
+    TRecordedMessages m_messages;
 };
 
 QMimeData& Text(QMimeData& content)
@@ -136,135 +136,135 @@ QMimeData& Text(QMimeData& content)
 TEST_F(DragScrollTreeDrag, BeginsAfterTwentyPixels)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    EXPECT_TRUE(Tree.Log.isEmpty());
-    Mouse.Move(from + QPoint(19, 0));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("prepare n3")});
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(20, 0)); }, [] {}));
-    EXPECT_EQ(Tree.Log.value(1), QStringLiteral("start"));
+    m_mouse.Press(from);
+    EXPECT_TRUE(m_tree.Log.isEmpty());
+    m_mouse.Move(from + QPoint(19, 0));
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(20, 0)); }, [] {}));
+    EXPECT_EQ(m_tree.Log.value(1), QStringLiteral("start"));
 }
 
 TEST_F(DragScrollTreeDrag, CountsBothDirectionsOfTheMovement)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    Mouse.Move(from + QPoint(-10, 9));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("prepare n3")});
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(-10, -10)); }, [] {}));
+    m_mouse.Press(from);
+    m_mouse.Move(from + QPoint(-10, 9));
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(-10, -10)); }, [] {}));
 }
 
 TEST_F(DragScrollTreeDrag, MeasuresFromWhereTheButtonWasPressed)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
+    m_mouse.Press(from);
     for (const int way : {15, 0, -15, 0, 19})
-        Mouse.Move(from + QPoint(way, 0));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("prepare n3")});
-    Mouse.Release(from);
-    Mouse.Press(from + QPoint(40, 0));
-    Mouse.Move(from + QPoint(25, 0));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("prepare n3")}));
+        m_mouse.Move(from + QPoint(way, 0));
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
+    m_mouse.Release(from);
+    m_mouse.Press(from + QPoint(40, 0));
+    m_mouse.Move(from + QPoint(25, 0));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("prepare n3")}));
 }
 
 TEST_F(DragScrollTreeDrag, PreparesStartsAndEnds)
 {
     EXPECT_TRUE(Drag(3, [&] {
-        EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start")}));
-        EXPECT_EQ(Tree.findChild<QDrag*>()->mimeData()->text(), QStringLiteral("n3"));
-        QTest::keyClick(Tree.viewport(), Qt::Key_Escape);
+        EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start")}));
+        EXPECT_EQ(m_tree.findChild<QDrag*>()->mimeData()->text(), QStringLiteral("n3"));
+        QTest::keyClick(m_tree.viewport(), Qt::Key_Escape);
     }));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
 }
 
 TEST_F(DragScrollTreeDrag, BeginsOnlyOnceForAPress)
 {
     const QPoint from = PlaceOf(3);
-    EXPECT_TRUE(Drag(3, [&] { QTest::keyClick(Tree.viewport(), Qt::Key_Escape); }));
-    Tree.Log.clear();
-    EXPECT_FALSE(RunInLoop([&] { Mouse.Move(from + QPoint(60, 40)); }, [] {}));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    EXPECT_TRUE(Drag(3, [&] { QTest::keyClick(m_tree.viewport(), Qt::Key_Escape); }));
+    m_tree.Log.clear();
+    EXPECT_FALSE(RunInLoop([&] { m_mouse.Move(from + QPoint(60, 40)); }, [] {}));
+    EXPECT_TRUE(m_tree.Log.isEmpty());
     EXPECT_EQ(Selected(), QStringLiteral("n3"));
-    Mouse.Release(from);
+    m_mouse.Release(from);
     EXPECT_TRUE(Drag(4));
 }
 
 TEST_F(DragScrollTreeDrag, DoesNotBeginBesideAllNodes)
 {
-    Tree.ReplaceContent(std::make_unique<TTreeNode>(QStringLiteral("only")));
+    m_tree.ReplaceContent(std::make_unique<TTreeNode>(QStringLiteral("only")));
     const QPoint from(50, 200);
-    Mouse.Press(from);
-    EXPECT_FALSE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0)); }, [] {}));
+    m_mouse.Press(from);
+    EXPECT_FALSE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0)); }, [] {}));
     // Not on the way over a node either: that is a selection with the mouse.
-    EXPECT_FALSE(RunInLoop([&] { Mouse.Move(Tree.visualItemRect(Tree.TopNode()).center()); }, [] {}));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    EXPECT_FALSE(RunInLoop([&] { m_mouse.Move(m_tree.visualItemRect(m_tree.TopNode()).center()); }, [] {}));
+    EXPECT_TRUE(m_tree.Log.isEmpty());
     EXPECT_EQ(Selected(), QStringLiteral("only"));
 }
 
 TEST_F(DragScrollTreeDrag, DoesNotBeginWhereTheEditorRefusesIt)
 {
-    Tree.MayBegin = false;
+    m_tree.MayBegin = false;
     EXPECT_FALSE(Drag(3));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
     // The view does nothing of its own with the movement.
-    Mouse.Move(PlaceOf(6));
+    m_mouse.Move(PlaceOf(6));
     EXPECT_EQ(Selected(), QStringLiteral("n3"));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
 }
 
 TEST_F(DragScrollTreeDrag, DoesNotBeginWithoutTheLeftButton)
 {
     const QPoint from = PlaceOf(3);
-    QTest::mousePress(Tree.viewport(), Qt::RightButton, {}, from);
-    QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 0), Tree.viewport()->mapToGlobal(from), Qt::NoButton,
+    QTest::mousePress(m_tree.viewport(), Qt::RightButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 0), m_tree.viewport()->mapToGlobal(from), Qt::NoButton,
                      Qt::RightButton, Qt::NoModifier);
-    EXPECT_FALSE(RunInLoop([&] { QCoreApplication::sendEvent(Tree.viewport(), &move); }, [] {}));
-    QTest::mouseRelease(Tree.viewport(), Qt::RightButton, {}, from);
-    QTest::mouseMove(Tree.viewport(), from + QPoint(0, 40));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    EXPECT_FALSE(RunInLoop([&] { QCoreApplication::sendEvent(m_tree.viewport(), &move); }, [] {}));
+    QTest::mouseRelease(m_tree.viewport(), Qt::RightButton, {}, from);
+    QTest::mouseMove(m_tree.viewport(), from + QPoint(0, 40));
+    EXPECT_TRUE(m_tree.Log.isEmpty());
 }
 
 TEST_F(DragScrollTreeDrag, DoesNotBeginOnANodeThatIsGone)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    Tree.RemoveBranches({Node(3)});
-    EXPECT_FALSE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0)); }, [] {}));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    m_mouse.Press(from);
+    m_tree.RemoveBranches({Node(3)});
+    EXPECT_FALSE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0)); }, [] {}));
+    EXPECT_TRUE(m_tree.Log.isEmpty());
 }
 
 TEST_F(DragScrollTreeDrag, KeepsTheNodeThatWasPressedWhenTheViewScrolls)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    Tree.scrollToBottom();
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0)); }, [] {}));
-    EXPECT_EQ(Tree.Log.value(0), QStringLiteral("prepare n3"));
+    m_mouse.Press(from);
+    m_tree.scrollToBottom();
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0)); }, [] {}));
+    EXPECT_EQ(m_tree.Log.value(0), QStringLiteral("prepare n3"));
 }
 
 TEST_F(DragScrollTreeDrag, EndsAlsoWithoutContent)
 {
-    Tree.HasContent = false;
+    m_tree.HasContent = false;
     EXPECT_FALSE(Drag(3));
-    Mouse.Move(PlaceOf(5));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
+    m_mouse.Move(PlaceOf(5));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
 }
 
 TEST_F(DragScrollTreeDrag, GivesTheKeysHeldWhenTheMouseBeginsToMove)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    Mouse.Move(from + QPoint(2, 0), Qt::ControlModifier);
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0)); }, [] {}));
-    EXPECT_EQ(Tree.Log.value(0), QStringLiteral("prepare n3 with Ctrl"));
+    m_mouse.Press(from);
+    m_mouse.Move(from + QPoint(2, 0), Qt::ControlModifier);
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0)); }, [] {}));
+    EXPECT_EQ(m_tree.Log.value(0), QStringLiteral("prepare n3 with Ctrl"));
 }
 
 TEST_F(DragScrollTreeDrag, TakesNoNoticeOfKeysPressedLater)
 {
     const QPoint from = PlaceOf(3);
-    Mouse.Press(from);
-    Mouse.Move(from + QPoint(2, 0));
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0), Qt::ControlModifier); }, [] {}));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
+    m_mouse.Press(from);
+    m_mouse.Move(from + QPoint(2, 0));
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0), Qt::ControlModifier); }, [] {}));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
 }
 
 TEST_F(DragScrollTreeDrag, KeepsASelectionOfSeveralWhenOneOfThemIsDragged)
@@ -274,7 +274,7 @@ TEST_F(DragScrollTreeDrag, KeepsASelectionOfSeveralWhenOneOfThemIsDragged)
     Click(3, Qt::ControlModifier);
     EXPECT_TRUE(Drag(5, [&] { EXPECT_EQ(Selected(), QStringLiteral("n2 n5 n3")); }));
     EXPECT_EQ(Selected(), QStringLiteral("n2 n5 n3"));
-    EXPECT_EQ(Tree.SelectedNode(), Node(5));
+    EXPECT_EQ(m_tree.SelectedNode(), Node(5));
 }
 
 TEST_F(DragScrollTreeDrag, KeepsASelectionOfSeveralWhenCtrlIsHeldAtThePress)
@@ -282,8 +282,8 @@ TEST_F(DragScrollTreeDrag, KeepsASelectionOfSeveralWhenCtrlIsHeldAtThePress)
     Click(2);
     Click(5, Qt::ControlModifier);
     const QPoint from = PlaceOf(5);
-    Mouse.Press(from, Qt::ControlModifier);
-    EXPECT_TRUE(RunInLoop([&] { Mouse.Move(from + QPoint(30, 0), Qt::ControlModifier); }, [] {}));
+    m_mouse.Press(from, Qt::ControlModifier);
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(from + QPoint(30, 0), Qt::ControlModifier); }, [] {}));
     EXPECT_EQ(Selected(), QStringLiteral("n2 n5"));
 }
 
@@ -291,9 +291,9 @@ TEST_F(DragScrollTreeDrag, SelectsOneOfSeveralWhenTheButtonIsReleasedInItsPlace)
 {
     Click(2);
     Click(5, Qt::ControlModifier);
-    Mouse.Press(PlaceOf(2));
+    m_mouse.Press(PlaceOf(2));
     EXPECT_EQ(Selected(), QStringLiteral("n2 n5"));
-    Mouse.Release(PlaceOf(2));
+    m_mouse.Release(PlaceOf(2));
     EXPECT_EQ(Selected(), QStringLiteral("n2"));
 }
 
@@ -306,47 +306,47 @@ TEST_F(DragScrollTreeDrag, DragsANodeThatWasNotSelectedAlone)
 
 TEST_F(DragScrollTreeDrag, ReportsAFailureOfThePreparationOnce)
 {
-    Tree.FailIn = QStringLiteral("prepare");
+    m_tree.FailIn = QStringLiteral("prepare");
     EXPECT_FALSE(Drag(3));
-    Mouse.Move(PlaceOf(5));
-    EXPECT_EQ(Messages.Errors, QStringList{QStringLiteral("prepare n3")});
-    EXPECT_EQ(Tree.Log.size(), 1);
+    m_mouse.Move(PlaceOf(5));
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_EQ(m_tree.Log.size(), 1);
 }
 
 TEST_F(DragScrollTreeDrag, EndsADragThatFailsAtItsStart)
 {
-    Tree.FailIn = QStringLiteral("start");
+    m_tree.FailIn = QStringLiteral("start");
     EXPECT_FALSE(Drag(3));
-    EXPECT_EQ(Messages.Errors, QStringList{QStringLiteral("start")});
-    EXPECT_EQ(Tree.Log.value(2), QStringLiteral("end"));
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("start")});
+    EXPECT_EQ(m_tree.Log.value(2), QStringLiteral("end"));
 }
 
 TEST_F(DragScrollTreeDrag, DropsInItsOwnTreeBeforeTheDragEnds)
 {
     EXPECT_TRUE(Drag(3, [&] {
-        Mouse.Move(PlaceOf(6));
-        Mouse.Release(PlaceOf(6));
+        m_mouse.Move(PlaceOf(6));
+        m_mouse.Release(PlaceOf(6));
         QCoreApplication::processEvents();
     }));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"),
-                                     QStringLiteral("drop n3 on n6"), QStringLiteral("end")}));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"),
+                                       QStringLiteral("drop n3 on n6"), QStringLiteral("end")}));
 }
 
 TEST_F(DragScrollTreeDrag, DropsNothingWhenItIsReleasedWhereItIsRefused)
 {
-    Tree.MayDrop = false;
+    m_tree.MayDrop = false;
     EXPECT_TRUE(Drag(3, [&] {
-        Mouse.Move(PlaceOf(6));
-        Mouse.Release(PlaceOf(6));
+        m_mouse.Move(PlaceOf(6));
+        m_mouse.Release(PlaceOf(6));
         QCoreApplication::processEvents();
     }));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
 }
 
 TEST_F(DragScrollTreeDrag, DropsIntoAnotherWidget)
 {
     QLineEdit other;
-    other.setGeometry(Tree.geometry().right() + 50, Tree.geometry().top(), 200, 40);
+    other.setGeometry(m_tree.geometry().right() + 50, m_tree.geometry().top(), 200, 40);
     other.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
     EXPECT_TRUE(Drag(3, [&] {
@@ -356,8 +356,8 @@ TEST_F(DragScrollTreeDrag, DropsIntoAnotherWidget)
         QCoreApplication::processEvents();
     }));
     EXPECT_EQ(other.text(), QStringLiteral("n3"));
-    EXPECT_EQ(Tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
-    EXPECT_EQ(Tree.TopNode()->Count(), 100);
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("start"), QStringLiteral("end")}));
+    EXPECT_EQ(m_tree.TopNode()->Count(), 100);
 }
 
 TEST_F(DragScrollTreeDrag, SurvivesThatItsTreeIsClosedMeanwhile)
@@ -378,12 +378,12 @@ TEST_F(DragScrollTreeDrag, AsksTheEditorForEveryPlace)
     const TDraggedOver dragged = Over(Text(content));
     EXPECT_TRUE(dragged.Enter(PlaceOf(3)));
     EXPECT_TRUE(dragged.Move(PlaceOf(3)));
-    Tree.MayDrop = false;
+    m_tree.MayDrop = false;
     EXPECT_FALSE(dragged.Move(PlaceOf(3)));
-    Tree.MayDrop = true;
+    m_tree.MayDrop = true;
     EXPECT_TRUE(dragged.Move(PlaceOf(4)));
     EXPECT_TRUE(dragged.Drop(PlaceOf(4)));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("drop something on n4")});
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("drop something on n4")});
 }
 
 TEST_F(DragScrollTreeDrag, RefusesForeignContent)
@@ -392,7 +392,7 @@ TEST_F(DragScrollTreeDrag, RefusesForeignContent)
     content.setData(QStringLiteral("application/x-foreign"), "x");
     EXPECT_FALSE(Over(content).EnterAndDrop(PlaceOf(3)));
     EXPECT_FALSE(Over(content).Drop(PlaceOf(3)));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    EXPECT_TRUE(m_tree.Log.isEmpty());
 }
 
 TEST_F(DragScrollTreeDrag, RefusesADropThatIsNoLongerWanted)
@@ -401,17 +401,17 @@ TEST_F(DragScrollTreeDrag, RefusesADropThatIsNoLongerWanted)
     const TDraggedOver dragged = Over(Text(content));
     EXPECT_TRUE(dragged.Enter(PlaceOf(3)));
     EXPECT_TRUE(dragged.Move(PlaceOf(3)));
-    Tree.MayDrop = false;
+    m_tree.MayDrop = false;
     EXPECT_FALSE(dragged.Drop(PlaceOf(3)));
-    EXPECT_TRUE(Tree.Log.isEmpty());
+    EXPECT_TRUE(m_tree.Log.isEmpty());
 }
 
 TEST_F(DragScrollTreeDrag, TellsOfADropBesideAllNodes)
 {
-    Tree.ReplaceContent(std::make_unique<TTreeNode>(QStringLiteral("only")));
+    m_tree.ReplaceContent(std::make_unique<TTreeNode>(QStringLiteral("only")));
     QMimeData content;
     EXPECT_TRUE(Over(Text(content)).EnterAndDrop(QPoint(50, 200)));
-    EXPECT_EQ(Tree.Log, QStringList{QStringLiteral("drop something on nothing")});
+    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("drop something on nothing")});
 }
 
 TEST_F(DragScrollTreeDrag, NeverTakesWhatIsDraggedAwayFromItsSource)
@@ -419,19 +419,19 @@ TEST_F(DragScrollTreeDrag, NeverTakesWhatIsDraggedAwayFromItsSource)
     QMimeData content;
     ASSERT_TRUE(Over(Text(content)).Enter(PlaceOf(3)));
     QDragMoveEvent move(PlaceOf(3), Qt::CopyAction | Qt::MoveAction, &content, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(Tree.viewport(), &move);
+    QCoreApplication::sendEvent(m_tree.viewport(), &move);
     EXPECT_EQ(move.dropAction(), Qt::CopyAction);
 }
 
 TEST_F(DragScrollTreeDrag, GuardsTheEditorsAnswers)
 {
-    Tree.FailIn = QStringLiteral("can drop");
+    m_tree.FailIn = QStringLiteral("can drop");
     QMimeData content;
     EXPECT_FALSE(Over(Text(content)).EnterAndDrop(PlaceOf(3)));
-    EXPECT_EQ(Messages.Errors, QStringList{QStringLiteral("can drop")});
-    Tree.FailIn = QStringLiteral("drop something");
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("can drop")});
+    m_tree.FailIn = QStringLiteral("drop something");
     Over(Text(content)).EnterAndDrop(PlaceOf(3));
-    EXPECT_EQ(Messages.Errors.size(), 2);
+    EXPECT_EQ(m_messages.Errors.size(), 2);
 }
 
 TEST_F(DragScrollTreeDrag, ScrollsNearTheEdge)
@@ -456,8 +456,8 @@ TEST_F(DragScrollTreeDrag, ScrollsOnWhileTheMouseRests)
 
 TEST_F(DragScrollTreeDrag, ScrollsAlsoWhereNothingMayBeDropped)
 {
-    Tree.MayDrop = false;
-    Tree.scrollToBottom();
+    m_tree.MayDrop = false;
+    m_tree.scrollToBottom();
     QMimeData content;
     const TDraggedOver dragged = Over(Text(content));
     dragged.Enter(QPoint(50, 3));

@@ -80,18 +80,18 @@ protected:
             for (const char16_t number : {u'1', u'2'})
                 (new TTreeNode(top->Child(parent)->Caption() + number))->MoveTo(top->Child(parent), naAddChild);
         }
-        Tree.ReplaceContent(std::move(top));
-        Tree.expandAll();
-        Tree.setWindowTitle(QStringLiteral("[*]"));
-        Tree.resize(400, 400);
-        Tree.show();
-        Tree.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&Tree));
+        m_tree.ReplaceContent(std::move(top));
+        m_tree.expandAll();
+        m_tree.setWindowTitle(QStringLiteral("[*]"));
+        m_tree.resize(400, 400);
+        m_tree.show();
+        m_tree.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_tree));
     }
 
     TTreeNode* Node(const QString& caption) const
     {
-        for (TTreeNode* node = Tree.TopNode(); node; node = node->Next()) {
+        for (TTreeNode* node = m_tree.TopNode(); node; node = node->Next()) {
             if (node->Caption() == caption)
                 return node;
         }
@@ -107,18 +107,18 @@ protected:
     }
     void Click(const QString& caption, Qt::KeyboardModifiers keys = Qt::NoModifier)
     {
-        const QRect place = Tree.visualItemRect(Node(caption));
-        QTest::mouseClick(Tree.viewport(), Qt::LeftButton, keys, place.center());
+        const QRect place = m_tree.visualItemRect(Node(caption));
+        QTest::mouseClick(m_tree.viewport(), Qt::LeftButton, keys, place.center());
     }
-    QString Selected() const { return Captions(Tree.SelectedNodes()); }
+    QString Selected() const { return Captions(m_tree.SelectedNodes()); }
     QString Reading() const
     {
         QList<TTreeNode*> nodes;
-        for (TTreeNode* node = Tree.TopNode(); node; node = node->Next())
+        for (TTreeNode* node = m_tree.TopNode(); node; node = node->Next())
             nodes.append(node);
         return Captions(nodes);
     }
-    QLineEdit* Editor() const { return Tree.viewport()->findChild<QLineEdit*>(); }
+    QLineEdit* Editor() const { return m_tree.viewport()->findChild<QLineEdit*>(); }
     void Type(const QString& text)
     {
         QLineEdit* editor = Editor();
@@ -129,34 +129,34 @@ protected:
         QCoreApplication::processEvents(); // the view takes the text from its editor later
     }
 
-    TRecordingTree Tree;
+    TRecordingTree m_tree;
 };
 
 } // namespace
 
 TEST_F(DragScrollTree, FindsTheNodeAtAPlace)
 {
-    EXPECT_EQ(Tree.NodeAt(Tree.visualItemRect(Node(QStringLiteral("b1"))).center()), Node(QStringLiteral("b1")));
-    EXPECT_EQ(Tree.NodeAt(QPoint(10, 390)), nullptr);
+    EXPECT_EQ(m_tree.NodeAt(m_tree.visualItemRect(Node(QStringLiteral("b1"))).center()), Node(QStringLiteral("b1")));
+    EXPECT_EQ(m_tree.NodeAt(QPoint(10, 390)), nullptr);
 }
 
 TEST_F(DragScrollTree, HasNoSelectionAtFirst)
 {
-    EXPECT_EQ(Tree.SelectedNode(), nullptr);
-    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+    EXPECT_EQ(m_tree.SelectedNode(), nullptr);
+    EXPECT_TRUE(m_tree.SelectedNodes().isEmpty());
 }
 
 TEST_F(DragScrollTree, SelectsOneNodeByCall)
 {
     Click(QStringLiteral("a"));
     Click(QStringLiteral("c"), Qt::ControlModifier);
-    Tree.SelectNode(Node(QStringLiteral("d")));
+    m_tree.SelectNode(Node(QStringLiteral("d")));
     EXPECT_EQ(Selected(), QStringLiteral("d"));
-    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("d")));
-    EXPECT_EQ(Tree.currentItem(), Node(QStringLiteral("d")));
-    Tree.SelectNode(nullptr);
+    EXPECT_EQ(m_tree.SelectedNode(), Node(QStringLiteral("d")));
+    EXPECT_EQ(m_tree.currentItem(), Node(QStringLiteral("d")));
+    m_tree.SelectNode(nullptr);
     EXPECT_EQ(Selected(), QString());
-    EXPECT_EQ(Tree.SelectedNode(), nullptr);
+    EXPECT_EQ(m_tree.SelectedNode(), nullptr);
 }
 
 TEST_F(DragScrollTree, KeepsTheOrderOfSelection)
@@ -165,7 +165,7 @@ TEST_F(DragScrollTree, KeepsTheOrderOfSelection)
     Click(QStringLiteral("a1"), Qt::ControlModifier);
     Click(QStringLiteral("c"), Qt::ControlModifier);
     EXPECT_EQ(Selected(), QStringLiteral("d a1 c"));
-    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("c")));
+    EXPECT_EQ(m_tree.SelectedNode(), Node(QStringLiteral("c")));
 }
 
 TEST_F(DragScrollTree, PutsANodeLastThatIsSelectedAgain)
@@ -185,8 +185,8 @@ TEST_F(DragScrollTree, TakesTheNodeSelectedLastWhenTheFocusedOneIsNotSelected)
     Click(QStringLiteral("e"), Qt::ControlModifier);
     Click(QStringLiteral("c"), Qt::ControlModifier);
     Click(QStringLiteral("c"), Qt::ControlModifier);
-    EXPECT_EQ(Tree.currentItem(), Node(QStringLiteral("c")));
-    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("e")));
+    EXPECT_EQ(m_tree.currentItem(), Node(QStringLiteral("c")));
+    EXPECT_EQ(m_tree.SelectedNode(), Node(QStringLiteral("e")));
 }
 
 TEST_F(DragScrollTree, SelectsARangeDownwardsInReadingOrder)
@@ -201,7 +201,7 @@ TEST_F(DragScrollTree, SelectsARangeUpwardsAwayFromItsBeginning)
     Click(QStringLiteral("e"));
     Click(QStringLiteral("c"), Qt::ShiftModifier);
     EXPECT_EQ(Selected(), QStringLiteral("e d c"));
-    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("c")));
+    EXPECT_EQ(m_tree.SelectedNode(), Node(QStringLiteral("c")));
 }
 
 TEST_F(DragScrollTree, ExtendsARangeInItsDirection)
@@ -247,91 +247,91 @@ TEST_F(DragScrollTree, SelectsARangeFromOneBranchIntoTheNext)
 TEST_F(DragScrollTree, SelectsRangesByKeyboard)
 {
     Click(QStringLiteral("d"));
-    QTest::keyClick(&Tree, Qt::Key_Up, Qt::ShiftModifier);
-    QTest::keyClick(&Tree, Qt::Key_Up, Qt::ShiftModifier);
+    QTest::keyClick(&m_tree, Qt::Key_Up, Qt::ShiftModifier);
+    QTest::keyClick(&m_tree, Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(Selected(), QStringLiteral("d c b2"));
 }
 
 TEST_F(DragScrollTree, TellsWhenTheSelectionChanges)
 {
-    const int before = Tree.SelectionChanges;
+    const int before = m_tree.SelectionChanges;
     Click(QStringLiteral("a"));
-    EXPECT_EQ(Tree.SelectionChanges, before + 1);
+    EXPECT_EQ(m_tree.SelectionChanges, before + 1);
     Click(QStringLiteral("a"));
-    EXPECT_EQ(Tree.SelectionChanges, before + 1);
+    EXPECT_EQ(m_tree.SelectionChanges, before + 1);
 }
 
 TEST_F(DragScrollTree, GuardsWhatAFrameDoesOnSelection)
 {
     TRecordedMessages messages;
-    Tree.FailOnSelection = true;
+    m_tree.FailOnSelection = true;
     Click(QStringLiteral("a"));
-    Tree.FailOnSelection = false;
+    m_tree.FailOnSelection = false;
     EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("selection")});
     EXPECT_EQ(Selected(), QStringLiteral("a"));
 }
 
 TEST_F(DragScrollTree, IsNotModifiedByLoading)
 {
-    EXPECT_FALSE(Tree.IsModified());
-    Tree.ReplaceContent(Branch(QStringLiteral("neu"), {QStringLiteral("n1")}));
-    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_FALSE(m_tree.IsModified());
+    m_tree.ReplaceContent(Branch(QStringLiteral("neu"), {QStringLiteral("n1")}));
+    EXPECT_FALSE(m_tree.IsModified());
     EXPECT_EQ(Reading(), QStringLiteral("neu n1"));
-    EXPECT_TRUE(Tree.Deleted.isEmpty());
+    EXPECT_TRUE(m_tree.Deleted.isEmpty());
 }
 
 TEST_F(DragScrollTree, LeavesTheModifiedStateWhenItsContentIsExchanged)
 {
-    Tree.SetModified(true);
-    Tree.ReplaceContent(nullptr);
-    EXPECT_TRUE(Tree.IsModified());
-    EXPECT_EQ(Tree.TopNode(), nullptr);
-    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+    m_tree.SetModified(true);
+    m_tree.ReplaceContent(nullptr);
+    EXPECT_TRUE(m_tree.IsModified());
+    EXPECT_EQ(m_tree.TopNode(), nullptr);
+    EXPECT_TRUE(m_tree.SelectedNodes().isEmpty());
 }
 
 TEST_F(DragScrollTree, ForgetsReferencesWhenItsContentIsExchanged)
 {
     const TNodeRef reference(Node(QStringLiteral("b2")));
-    Tree.SelectNode(reference.Get());
-    Tree.ReplaceContent(Branch(QStringLiteral("neu")));
+    m_tree.SelectNode(reference.Get());
+    m_tree.ReplaceContent(Branch(QStringLiteral("neu")));
     EXPECT_EQ(reference.Get(), nullptr);
-    EXPECT_TRUE(Tree.SelectedNodes().isEmpty());
+    EXPECT_TRUE(m_tree.SelectedNodes().isEmpty());
 }
 
 TEST_F(DragScrollTree, ShowsItsModifiedStateAsTheWidgetsProperty)
 {
-    Tree.SetModified(true);
-    EXPECT_TRUE(Tree.isWindowModified());
-    Tree.SetModified(false);
-    EXPECT_FALSE(Tree.isWindowModified());
+    m_tree.SetModified(true);
+    EXPECT_TRUE(m_tree.isWindowModified());
+    m_tree.SetModified(false);
+    EXPECT_FALSE(m_tree.isWindowModified());
 }
 
 TEST_F(DragScrollTree, TakesABranch)
 {
     TTreeNode* inserted =
-        Tree.InsertBranch(Branch(QStringLiteral("n"), {QStringLiteral("n1")}), Node(QStringLiteral("b")), naInsert);
+        m_tree.InsertBranch(Branch(QStringLiteral("n"), {QStringLiteral("n1")}), Node(QStringLiteral("b")), naInsert);
     ASSERT_NE(inserted, nullptr);
     EXPECT_EQ(inserted->Caption(), QStringLiteral("n"));
-    EXPECT_EQ(inserted->Tree(), &Tree);
+    EXPECT_EQ(inserted->Tree(), &m_tree);
     EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 n n1 b b1 b2 c d e"));
-    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_TRUE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, TakesABranchInEveryMode)
 {
     TTreeNode* b = Node(QStringLiteral("b"));
-    Tree.InsertBranch(Branch(QStringLiteral("1")), b, naAdd);
-    Tree.InsertBranch(Branch(QStringLiteral("2")), b, naAddFirst);
-    Tree.InsertBranch(Branch(QStringLiteral("3")), b, naAddChild);
-    Tree.InsertBranch(Branch(QStringLiteral("4")), b, naAddChildFirst);
-    Tree.InsertBranch(Branch(QStringLiteral("5")), b, naInsert);
+    m_tree.InsertBranch(Branch(QStringLiteral("1")), b, naAdd);
+    m_tree.InsertBranch(Branch(QStringLiteral("2")), b, naAddFirst);
+    m_tree.InsertBranch(Branch(QStringLiteral("3")), b, naAddChild);
+    m_tree.InsertBranch(Branch(QStringLiteral("4")), b, naAddChildFirst);
+    m_tree.InsertBranch(Branch(QStringLiteral("5")), b, naInsert);
     EXPECT_EQ(Reading(), QStringLiteral("top 2 a a1 a2 5 b 4 b1 b2 3 c d e 1"));
 }
 
 TEST_F(DragScrollTree, TakesNoBranchThatIsNone)
 {
-    EXPECT_EQ(Tree.InsertBranch(nullptr, Tree.TopNode(), naAddChild), nullptr);
-    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_EQ(m_tree.InsertBranch(nullptr, m_tree.TopNode(), naAddChild), nullptr);
+    EXPECT_FALSE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, DestroysABranchThatCannotGoWhereItShould)
@@ -339,71 +339,71 @@ TEST_F(DragScrollTree, DestroysABranchThatCannotGoWhereItShould)
     TTreeNode detached;
     auto branch = Branch(QStringLiteral("n"));
     const TNodeRef reference(branch.get());
-    EXPECT_EQ(Tree.InsertBranch(std::move(branch), &detached, naAdd), nullptr);
+    EXPECT_EQ(m_tree.InsertBranch(std::move(branch), &detached, naAdd), nullptr);
     EXPECT_EQ(reference.Get(), nullptr);
-    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_FALSE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, RemovesABranchWithAllBelow)
 {
     const TNodeRef inner(Node(QStringLiteral("a1")));
     const TNodeRef other(Node(QStringLiteral("b")));
-    Tree.RemoveBranches(Nodes(QStringLiteral("a")));
+    m_tree.RemoveBranches(Nodes(QStringLiteral("a")));
     EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 c d e"));
     EXPECT_EQ(inner.Get(), nullptr);
     EXPECT_NE(other.Get(), nullptr);
-    EXPECT_EQ(Tree.Deleted, QStringList{QStringLiteral("a")});
-    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_EQ(m_tree.Deleted, QStringList{QStringLiteral("a")});
+    EXPECT_TRUE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, RemovesNestedAndDoubledNodesOnce)
 {
-    Tree.RemoveBranches(Nodes(QStringLiteral("a1 a b2 a a2 b2 d")));
+    m_tree.RemoveBranches(Nodes(QStringLiteral("a1 a b2 a a2 b2 d")));
     EXPECT_EQ(Reading(), QStringLiteral("top b b1 c e"));
-    EXPECT_EQ(Tree.Deleted.join(u' '), QStringLiteral("a b2 d"));
+    EXPECT_EQ(m_tree.Deleted.join(u' '), QStringLiteral("a b2 d"));
 }
 
 TEST_F(DragScrollTree, RemovesAlternatingNodes)
 {
-    Tree.RemoveBranches(Nodes(QStringLiteral("e a c")));
+    m_tree.RemoveBranches(Nodes(QStringLiteral("e a c")));
     EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 d"));
 }
 
 TEST_F(DragScrollTree, RemovesFromSeveralParents)
 {
-    Tree.RemoveBranches(Nodes(QStringLiteral("b1 a2 e a1 d")));
+    m_tree.RemoveBranches(Nodes(QStringLiteral("b1 a2 e a1 d")));
     EXPECT_EQ(Reading(), QStringLiteral("top a b b2 c"));
 }
 
 TEST_F(DragScrollTree, RemovesItsTopNode)
 {
-    Tree.RemoveBranches({Tree.TopNode()});
-    EXPECT_EQ(Tree.TopNode(), nullptr);
-    EXPECT_EQ(Tree.topLevelItemCount(), 0);
+    m_tree.RemoveBranches({m_tree.TopNode()});
+    EXPECT_EQ(m_tree.TopNode(), nullptr);
+    EXPECT_EQ(m_tree.topLevelItemCount(), 0);
 }
 
 TEST_F(DragScrollTree, IsNotModifiedByRemovingNothing)
 {
-    Tree.RemoveBranches({});
-    EXPECT_FALSE(Tree.IsModified());
-    EXPECT_TRUE(Tree.updatesEnabled());
+    m_tree.RemoveBranches({});
+    EXPECT_FALSE(m_tree.IsModified());
+    EXPECT_TRUE(m_tree.updatesEnabled());
 }
 
 TEST_F(DragScrollTree, RemovesItsSelection)
 {
     Click(QStringLiteral("c"));
     Click(QStringLiteral("d"), Qt::ShiftModifier);
-    Tree.RemoveBranches(Tree.SelectedNodes());
+    m_tree.RemoveBranches(m_tree.SelectedNodes());
     EXPECT_EQ(Selected(), QString());
-    EXPECT_EQ(Tree.SelectedNode(), nullptr);
+    EXPECT_EQ(m_tree.SelectedNode(), nullptr);
     EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 e"));
 }
 
 TEST_F(DragScrollTree, GuardsWhatAFrameDoesOnDeletion)
 {
     TRecordedMessages messages;
-    Tree.FailOnDeletion = true;
-    EXPECT_NO_THROW(Tree.RemoveBranches(Nodes(QStringLiteral("c"))));
+    m_tree.FailOnDeletion = true;
+    EXPECT_NO_THROW(m_tree.RemoveBranches(Nodes(QStringLiteral("c"))));
     EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("deletion")});
     EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 d e"));
 }
@@ -421,43 +421,43 @@ TEST_F(DragScrollTree, RemovesTenThousandNodes)
             odd.append(node);
     }
     top->addChildren(children);
-    Tree.ReplaceContent(std::move(top));
-    Tree.expandAll();
+    m_tree.ReplaceContent(std::move(top));
+    m_tree.expandAll();
     const TNodeRef last(odd.last());
 
-    Tree.RemoveBranches(odd);
-    ASSERT_EQ(Tree.TopNode()->Count(), Total / 2);
+    m_tree.RemoveBranches(odd);
+    ASSERT_EQ(m_tree.TopNode()->Count(), Total / 2);
     for (int i = 0; i < Total / 2; ++i)
-        ASSERT_EQ(Tree.TopNode()->Child(i)->Caption(), QString::number(2 * i));
+        ASSERT_EQ(m_tree.TopNode()->Child(i)->Caption(), QString::number(2 * i));
     EXPECT_EQ(last.Get(), nullptr);
 
     QList<TTreeNode*> rest;
-    for (int i = 0; i < Tree.TopNode()->Count(); ++i)
-        rest.prepend(Tree.TopNode()->Child(i));
-    Tree.RemoveBranches(rest);
-    EXPECT_EQ(Tree.TopNode()->Count(), 0);
+    for (int i = 0; i < m_tree.TopNode()->Count(); ++i)
+        rest.prepend(m_tree.TopNode()->Child(i));
+    m_tree.RemoveBranches(rest);
+    EXPECT_EQ(m_tree.TopNode()->Count(), 0);
 }
 
 TEST_F(DragScrollTree, MovesABranch)
 {
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("d")), naInsert));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("d")), naInsert));
     EXPECT_EQ(Reading(), QStringLiteral("top b b1 b2 c a a1 a2 d e"));
-    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_TRUE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, KeepsExpansionWhenABranchMoves)
 {
     Node(QStringLiteral("b"))->setExpanded(false);
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("e")), naAdd));
     EXPECT_TRUE(Node(QStringLiteral("a"))->isExpanded());
     EXPECT_FALSE(Node(QStringLiteral("b"))->isExpanded());
 }
 
 TEST_F(DragScrollTree, KeepsExpansionBelowABranchThatMoves)
 {
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("a")), naAddChild));
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("b")), Node(QStringLiteral("a")), naAddChild));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
     EXPECT_TRUE(Node(QStringLiteral("a"))->isExpanded());
     EXPECT_TRUE(Node(QStringLiteral("b"))->isExpanded());
 }
@@ -465,15 +465,15 @@ TEST_F(DragScrollTree, KeepsExpansionBelowABranchThatMoves)
 TEST_F(DragScrollTree, KeepsTheSelectionOfABranchThatMoves)
 {
     Click(QStringLiteral("a"));
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
     EXPECT_EQ(Selected(), QStringLiteral("a"));
-    EXPECT_EQ(Tree.SelectedNode(), Node(QStringLiteral("a")));
+    EXPECT_EQ(m_tree.SelectedNode(), Node(QStringLiteral("a")));
 }
 
 TEST_F(DragScrollTree, KeepsTheSelectionOfOthersWhenABranchMoves)
 {
     Click(QStringLiteral("c"));
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
     EXPECT_EQ(Selected(), QStringLiteral("c"));
 }
 
@@ -482,112 +482,113 @@ TEST_F(DragScrollTree, KeepsTheSelectionOfSeveralWhenOneOfThemMoves)
     Click(QStringLiteral("a"));
     Click(QStringLiteral("c"), Qt::ControlModifier);
     Click(QStringLiteral("d"), Qt::ControlModifier);
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("c")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("c")), Node(QStringLiteral("e")), naAdd));
     EXPECT_EQ(Selected(), QStringLiteral("a c d"));
 }
 
 TEST_F(DragScrollTree, KeepsTheSelectionBelowABranchThatMoves)
 {
     Click(QStringLiteral("a1"));
-    EXPECT_TRUE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
+    EXPECT_TRUE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("e")), naAdd));
     EXPECT_EQ(Selected(), QStringLiteral("a1"));
 }
 
 TEST_F(DragScrollTree, ChangesNothingWhenABranchCannotMove)
 {
     Click(QStringLiteral("a"));
-    EXPECT_FALSE(Tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("a1")), naAddChild));
+    EXPECT_FALSE(m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("a1")), naAddChild));
     EXPECT_EQ(Reading(), QStringLiteral("top a a1 a2 b b1 b2 c d e"));
     EXPECT_EQ(Selected(), QStringLiteral("a"));
-    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_FALSE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, NotesAChangedRecord)
 {
     TTreeNode* a = Node(QStringLiteral("a"));
-    EXPECT_FALSE(Tree.ChangeRecord(a, [] { return false; }));
-    EXPECT_FALSE(Tree.IsModified());
-    EXPECT_TRUE(Tree.ChangeRecord(a, [] { return true; }));
-    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_FALSE(m_tree.ChangeRecord(a, [] { return false; }));
+    EXPECT_FALSE(m_tree.IsModified());
+    EXPECT_TRUE(m_tree.ChangeRecord(a, [] { return true; }));
+    EXPECT_TRUE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, LetsAFailedChangePass)
 {
-    EXPECT_THROW(Tree.ChangeRecord(Node(QStringLiteral("a")), []() -> bool { throw TUserError(QStringLiteral("x")); }),
-                 TUserError);
-    EXPECT_FALSE(Tree.IsModified());
+    EXPECT_THROW(
+        m_tree.ChangeRecord(Node(QStringLiteral("a")), []() -> bool { throw TUserError(QStringLiteral("x")); }),
+        TUserError);
+    EXPECT_FALSE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, IsNotEditableAtFirst)
 {
-    EXPECT_FALSE(Tree.GetEditable());
+    EXPECT_FALSE(m_tree.GetEditable());
     Click(QStringLiteral("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     EXPECT_EQ(Editor(), nullptr);
 }
 
 TEST_F(DragScrollTree, TellsFramesThatItIsEditable)
 {
-    Tree.SetEditable(true);
-    EXPECT_TRUE(Tree.GetEditable());
-    Tree.SetEditable(false);
-    EXPECT_EQ(Tree.Editable, (QList<bool>{true, false}));
+    m_tree.SetEditable(true);
+    EXPECT_TRUE(m_tree.GetEditable());
+    m_tree.SetEditable(false);
+    EXPECT_EQ(m_tree.Editable, (QList<bool>{true, false}));
 }
 
 TEST_F(DragScrollTree, IsEditedInPlace)
 {
-    Tree.SetEditable(true);
+    m_tree.SetEditable(true);
     Click(QStringLiteral("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     EXPECT_EQ(Editor()->text(), QStringLiteral("a"));
     Type(QStringLiteral("Flur"));
-    EXPECT_EQ(Tree.Edited, QStringList{QStringLiteral("a=Flur")});
-    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("Flur"));
-    EXPECT_TRUE(Tree.IsModified());
+    EXPECT_EQ(m_tree.Edited, QStringList{QStringLiteral("a=Flur")});
+    EXPECT_EQ(m_tree.TopNode()->Child(0)->Caption(), QStringLiteral("Flur"));
+    EXPECT_TRUE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, KeepsTheCaptionOfARefusedText)
 {
-    Tree.SetEditable(true);
-    Tree.FinishEditing(Node(QStringLiteral("a")), QString());
-    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
-    EXPECT_FALSE(Tree.IsModified());
+    m_tree.SetEditable(true);
+    m_tree.FinishEditing(Node(QStringLiteral("a")), QString());
+    EXPECT_EQ(m_tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+    EXPECT_FALSE(m_tree.IsModified());
 }
 
 TEST_F(DragScrollTree, KeepsTheCaptionWhenEditingIsGivenUp)
 {
-    Tree.SetEditable(true);
+    m_tree.SetEditable(true);
     Click(QStringLiteral("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     QTest::keyClicks(Editor(), QStringLiteral("Flur"));
     QTest::keyClick(Editor(), Qt::Key_Escape);
-    EXPECT_TRUE(Tree.Edited.isEmpty());
-    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+    EXPECT_TRUE(m_tree.Edited.isEmpty());
+    EXPECT_EQ(m_tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
 }
 
 TEST_F(DragScrollTree, DoesNotEditWhatAFrameLocks)
 {
-    Tree.SetEditable(true);
-    Tree.Locked = Node(QStringLiteral("b"));
+    m_tree.SetEditable(true);
+    m_tree.Locked = Node(QStringLiteral("b"));
     Click(QStringLiteral("b"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     EXPECT_EQ(Editor(), nullptr);
     Click(QStringLiteral("c"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     EXPECT_NE(Editor(), nullptr);
 }
 
 TEST_F(DragScrollTree, GuardsWhatAFrameDoesAfterEditing)
 {
     TRecordedMessages messages;
-    Tree.SetEditable(true);
+    m_tree.SetEditable(true);
     Click(QStringLiteral("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     Type(QStringLiteral("fail"));
     EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("edit")});
-    EXPECT_EQ(Tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+    EXPECT_EQ(m_tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
 }
 
 TEST(PlainDragScrollTree, RefusesEveryText)

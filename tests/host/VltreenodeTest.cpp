@@ -44,12 +44,12 @@ QString Shape(const QTreeWidget& tree)
 class TreeNode : public testing::Test
 {
 protected:
-    TTreeNode Top{QStringLiteral("top")};
-    TTreeNode* A = AddBelow(&Top, QStringLiteral("a"));
-    TTreeNode* A1 = AddBelow(A, QStringLiteral("a1"));
-    TTreeNode* A2 = AddBelow(A, QStringLiteral("a2"));
-    TTreeNode* B = AddBelow(&Top, QStringLiteral("b"));
-    TTreeNode* C = AddBelow(&Top, QStringLiteral("c"));
+    TTreeNode m_top{QStringLiteral("top")};
+    TTreeNode* m_a = AddBelow(&m_top, QStringLiteral("a"));
+    TTreeNode* m_a1 = AddBelow(m_a, QStringLiteral("a1"));
+    TTreeNode* m_a2 = AddBelow(m_a, QStringLiteral("a2"));
+    TTreeNode* m_b = AddBelow(&m_top, QStringLiteral("b"));
+    TTreeNode* m_c = AddBelow(&m_top, QStringLiteral("c"));
 };
 
 // The tree x(x1 x2) y z.
@@ -58,16 +58,16 @@ class TreeNodeInView : public testing::Test
 protected:
     TreeNodeInView()
     {
-        for (TTreeNode* top : {X, Y, Z})
-            Tree.addTopLevelItem(top);
+        for (TTreeNode* top : {m_x, m_y, m_z})
+            m_tree.addTopLevelItem(top);
     }
 
-    TDragScrollTree Tree;
-    TTreeNode* X = new TTreeNode(QStringLiteral("x"));
-    TTreeNode* X1 = AddBelow(X, QStringLiteral("x1"));
-    TTreeNode* X2 = AddBelow(X, QStringLiteral("x2"));
-    TTreeNode* Y = new TTreeNode(QStringLiteral("y"));
-    TTreeNode* Z = new TTreeNode(QStringLiteral("z"));
+    TDragScrollTree m_tree;
+    TTreeNode* m_x = new TTreeNode(QStringLiteral("x"));
+    TTreeNode* m_x1 = AddBelow(m_x, QStringLiteral("x1"));
+    TTreeNode* m_x2 = AddBelow(m_x, QStringLiteral("x2"));
+    TTreeNode* m_y = new TTreeNode(QStringLiteral("y"));
+    TTreeNode* m_z = new TTreeNode(QStringLiteral("z"));
 };
 
 } // namespace
@@ -98,268 +98,268 @@ TEST(NewTreeNode, CannotBeCopied)
 
 TEST_F(TreeNode, KnowsItsLevel)
 {
-    EXPECT_EQ(Top.Level(), 0);
-    EXPECT_EQ(A->Level(), 1);
-    EXPECT_EQ(A2->Level(), 2);
+    EXPECT_EQ(m_top.Level(), 0);
+    EXPECT_EQ(m_a->Level(), 1);
+    EXPECT_EQ(m_a2->Level(), 2);
 }
 
 TEST_F(TreeNode, KnowsItsIndex)
 {
-    EXPECT_EQ(Top.Index(), 0);
-    EXPECT_EQ(A->Index(), 0);
-    EXPECT_EQ(B->Index(), 1);
-    EXPECT_EQ(C->Index(), 2);
-    EXPECT_EQ(A2->Index(), 1);
+    EXPECT_EQ(m_top.Index(), 0);
+    EXPECT_EQ(m_a->Index(), 0);
+    EXPECT_EQ(m_b->Index(), 1);
+    EXPECT_EQ(m_c->Index(), 2);
+    EXPECT_EQ(m_a2->Index(), 1);
 }
 
 TEST_F(TreeNode, KnowsItsIndexAfterNeighboursMoved)
 {
-    EXPECT_EQ(C->Index(), 2);
-    delete A;
-    EXPECT_EQ(B->Index(), 0);
-    EXPECT_EQ(C->Index(), 1);
-    (new TTreeNode(QStringLiteral("n")))->MoveTo(&Top, naAddChildFirst);
-    EXPECT_EQ(C->Index(), 2);
-    Top.takeChild(2);
-    EXPECT_EQ(C->Index(), 0);
-    delete C;
+    EXPECT_EQ(m_c->Index(), 2);
+    delete m_a;
+    EXPECT_EQ(m_b->Index(), 0);
+    EXPECT_EQ(m_c->Index(), 1);
+    (new TTreeNode(QStringLiteral("n")))->MoveTo(&m_top, naAddChildFirst);
+    EXPECT_EQ(m_c->Index(), 2);
+    m_top.takeChild(2);
+    EXPECT_EQ(m_c->Index(), 0);
+    delete m_c;
 }
 
 TEST_F(TreeNode, CountsItsAbsoluteIndexInReadingOrder)
 {
     int expected = 0;
-    for (const TTreeNode* node : std::initializer_list<const TTreeNode*>{&Top, A, A1, A2, B, C})
+    for (const TTreeNode* node : std::initializer_list<const TTreeNode*>{&m_top, m_a, m_a1, m_a2, m_b, m_c})
         EXPECT_EQ(node->AbsoluteIndex(), expected++) << node->Caption().toStdString();
 }
 
 TEST_F(TreeNode, LeadsToTheNextInReadingOrder)
 {
     QStringList captions;
-    for (const TTreeNode* node = &Top; node; node = node->Next())
+    for (const TTreeNode* node = &m_top; node; node = node->Next())
         captions.append(node->Caption());
     EXPECT_EQ(captions.join(u' '), QStringLiteral("top a a1 a2 b c"));
 }
 
 TEST_F(TreeNode, KnowsItsNeighbours)
 {
-    EXPECT_EQ(A->NextSibling(), B);
-    EXPECT_EQ(C->NextSibling(), nullptr);
-    EXPECT_EQ(C->PreviousSibling(), B);
-    EXPECT_EQ(A->PreviousSibling(), nullptr);
-    EXPECT_EQ(A2->NextSibling(), nullptr);
+    EXPECT_EQ(m_a->NextSibling(), m_b);
+    EXPECT_EQ(m_c->NextSibling(), nullptr);
+    EXPECT_EQ(m_c->PreviousSibling(), m_b);
+    EXPECT_EQ(m_a->PreviousSibling(), nullptr);
+    EXPECT_EQ(m_a2->NextSibling(), nullptr);
 }
 
 TEST_F(TreeNode, HasNoChildrenBeyondItsOwn)
 {
-    EXPECT_EQ(A->Child(1), A2);
-    EXPECT_EQ(A->Child(2), nullptr);
-    EXPECT_EQ(A->Child(-1), nullptr);
+    EXPECT_EQ(m_a->Child(1), m_a2);
+    EXPECT_EQ(m_a->Child(2), nullptr);
+    EXPECT_EQ(m_a->Child(-1), nullptr);
 }
 
 TEST_F(TreeNode, IsWithinItselfAndEverythingAbove)
 {
-    EXPECT_TRUE(A1->IsWithin(A1));
-    EXPECT_TRUE(A1->IsWithin(A));
-    EXPECT_TRUE(A1->IsWithin(&Top));
-    EXPECT_FALSE(A1->IsWithin(A2));
-    EXPECT_FALSE(A->IsWithin(A1));
-    EXPECT_FALSE(A->IsWithin(nullptr));
+    EXPECT_TRUE(m_a1->IsWithin(m_a1));
+    EXPECT_TRUE(m_a1->IsWithin(m_a));
+    EXPECT_TRUE(m_a1->IsWithin(&m_top));
+    EXPECT_FALSE(m_a1->IsWithin(m_a2));
+    EXPECT_FALSE(m_a->IsWithin(m_a1));
+    EXPECT_FALSE(m_a->IsWithin(nullptr));
 }
 
 TEST_F(TreeNode, MovesBehindItsLastSibling)
 {
-    EXPECT_TRUE(A->MoveTo(B, naAdd));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(b c a(a1 a2))"));
-    EXPECT_TRUE(A1->MoveTo(B, naAdd));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(b c a(a2) a1)"));
-    EXPECT_EQ(A1->Index(), 3);
+    EXPECT_TRUE(m_a->MoveTo(m_b, naAdd));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(b c a(a1 a2))"));
+    EXPECT_TRUE(m_a1->MoveTo(m_b, naAdd));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(b c a(a2) a1)"));
+    EXPECT_EQ(m_a1->Index(), 3);
 }
 
 TEST_F(TreeNode, MovesBeforeItsFirstSibling)
 {
-    EXPECT_TRUE(C->MoveTo(B, naAddFirst));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(c a(a1 a2) b)"));
-    EXPECT_TRUE(B->MoveTo(A2, naAddFirst));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(c a(b a1 a2))"));
-    EXPECT_EQ(B->Index(), 0);
+    EXPECT_TRUE(m_c->MoveTo(m_b, naAddFirst));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(c a(a1 a2) b)"));
+    EXPECT_TRUE(m_b->MoveTo(m_a2, naAddFirst));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(c a(b a1 a2))"));
+    EXPECT_EQ(m_b->Index(), 0);
 }
 
 TEST_F(TreeNode, BecomesTheLastChild)
 {
-    EXPECT_TRUE(C->MoveTo(A, naAddChild));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a1 a2 c) b)"));
-    EXPECT_TRUE(A1->MoveTo(A, naAddChild));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a2 c a1) b)"));
+    EXPECT_TRUE(m_c->MoveTo(m_a, naAddChild));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a1 a2 c) b)"));
+    EXPECT_TRUE(m_a1->MoveTo(m_a, naAddChild));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a2 c a1) b)"));
 }
 
 TEST_F(TreeNode, BecomesTheFirstChild)
 {
-    EXPECT_TRUE(C->MoveTo(A, naAddChildFirst));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(c a1 a2) b)"));
-    EXPECT_TRUE(A2->MoveTo(A, naAddChildFirst));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a2 c a1) b)"));
+    EXPECT_TRUE(m_c->MoveTo(m_a, naAddChildFirst));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(c a1 a2) b)"));
+    EXPECT_TRUE(m_a2->MoveTo(m_a, naAddChildFirst));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a2 c a1) b)"));
 }
 
 TEST_F(TreeNode, IsInsertedJustBeforeAnother)
 {
-    EXPECT_TRUE(C->MoveTo(B, naInsert));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a1 a2) c b)"));
-    EXPECT_TRUE(A->MoveTo(B, naInsert));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(c a(a1 a2) b)"));
-    EXPECT_TRUE(B->MoveTo(A2, naInsert));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(c a(a1 b a2))"));
-    EXPECT_TRUE(A1->MoveTo(B, naInsert));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(c a(a1 b a2))"));
+    EXPECT_TRUE(m_c->MoveTo(m_b, naInsert));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a1 a2) c b)"));
+    EXPECT_TRUE(m_a->MoveTo(m_b, naInsert));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(c a(a1 a2) b)"));
+    EXPECT_TRUE(m_b->MoveTo(m_a2, naInsert));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(c a(a1 b a2))"));
+    EXPECT_TRUE(m_a1->MoveTo(m_b, naInsert));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(c a(a1 b a2))"));
 }
 
 TEST_F(TreeNode, TakesWhatIsBelowAlong)
 {
-    EXPECT_TRUE(A->MoveTo(C, naAddChild));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(b c(a(a1 a2)))"));
-    EXPECT_EQ(A1->Level(), 3);
+    EXPECT_TRUE(m_a->MoveTo(m_c, naAddChild));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(b c(a(a1 a2)))"));
+    EXPECT_EQ(m_a1->Level(), 3);
 }
 
 TEST_F(TreeNode, DoesNotMoveIntoItself)
 {
     for (const auto mode : {naAdd, naAddFirst, naAddChild, naAddChildFirst, naInsert}) {
-        EXPECT_FALSE(A->MoveTo(A, mode)) << int{mode};
-        EXPECT_FALSE(A->MoveTo(A1, mode)) << int{mode};
-        EXPECT_FALSE(Top.MoveTo(A2, mode)) << int{mode};
+        EXPECT_FALSE(m_a->MoveTo(m_a, mode)) << int{mode};
+        EXPECT_FALSE(m_a->MoveTo(m_a1, mode)) << int{mode};
+        EXPECT_FALSE(m_top.MoveTo(m_a2, mode)) << int{mode};
     }
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a1 a2) b c)"));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a1 a2) b c)"));
 }
 
 TEST_F(TreeNode, DoesNotBecomeTheSiblingOfADetachedTop)
 {
     for (const auto mode : {naAdd, naAddFirst, naInsert})
-        EXPECT_FALSE(A->MoveTo(&Top, mode)) << int{mode};
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(a(a1 a2) b c)"));
+        EXPECT_FALSE(m_a->MoveTo(&m_top, mode)) << int{mode};
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(a(a1 a2) b c)"));
 }
 
 TEST_F(TreeNode, MovesFromOneDetachedBranchToAnother)
 {
     TTreeNode other(QStringLiteral("other"));
-    EXPECT_TRUE(A->MoveTo(&other, naAddChild));
-    EXPECT_EQ(Shape(&Top), QStringLiteral("top(b c)"));
+    EXPECT_TRUE(m_a->MoveTo(&other, naAddChild));
+    EXPECT_EQ(Shape(&m_top), QStringLiteral("top(b c)"));
     EXPECT_EQ(Shape(&other), QStringLiteral("other(a(a1 a2))"));
 }
 
 TEST_F(TreeNode, KeepsCaptionImageAndCut)
 {
-    A->SetCaption(QStringLiteral("Küche"));
-    A->SetImageIndex(7);
-    A->SetCut(true);
-    EXPECT_EQ(A->Caption(), QStringLiteral("Küche"));
-    EXPECT_EQ(A->EditText(), QStringLiteral("Küche"));
-    EXPECT_EQ(A->ImageIndex(), 7);
-    EXPECT_EQ(A->SelectedIndex(), 7);
-    EXPECT_TRUE(A->Cut());
-    A->SetCut(false);
-    EXPECT_FALSE(A->Cut());
+    m_a->SetCaption(QStringLiteral("Küche"));
+    m_a->SetImageIndex(7);
+    m_a->SetCut(true);
+    EXPECT_EQ(m_a->Caption(), QStringLiteral("Küche"));
+    EXPECT_EQ(m_a->EditText(), QStringLiteral("Küche"));
+    EXPECT_EQ(m_a->ImageIndex(), 7);
+    EXPECT_EQ(m_a->SelectedIndex(), 7);
+    EXPECT_TRUE(m_a->Cut());
+    m_a->SetCut(false);
+    EXPECT_FALSE(m_a->Cut());
 }
 
 TEST_F(TreeNode, ShowsItsCaptionToTheToolkit)
 {
-    EXPECT_EQ(A->data(0, Qt::DisplayRole), QStringLiteral("a"));
-    EXPECT_EQ(A->data(0, Qt::EditRole), QStringLiteral("a"));
-    EXPECT_EQ(A->text(0), QStringLiteral("a"));
+    EXPECT_EQ(m_a->data(0, Qt::DisplayRole), QStringLiteral("a"));
+    EXPECT_EQ(m_a->data(0, Qt::EditRole), QStringLiteral("a"));
+    EXPECT_EQ(m_a->text(0), QStringLiteral("a"));
 }
 
 TEST_F(TreeNode, IsNotChangedByTheToolkitWithoutATree)
 {
-    A->setText(0, QStringLiteral("anders"));
-    A->setData(0, Qt::EditRole, QStringLiteral("anders"));
-    EXPECT_EQ(A->Caption(), QStringLiteral("a"));
+    m_a->setText(0, QStringLiteral("anders"));
+    m_a->setData(0, Qt::EditRole, QStringLiteral("anders"));
+    EXPECT_EQ(m_a->Caption(), QStringLiteral("a"));
 }
 
 TEST_F(TreeNodeInView, KnowsItsPlace)
 {
-    EXPECT_EQ(X->Level(), 0);
-    EXPECT_EQ(X1->Level(), 1);
-    EXPECT_EQ(Z->Index(), 2);
-    EXPECT_EQ(X->Tree(), &Tree);
-    EXPECT_EQ(X2->Tree(), &Tree);
-    EXPECT_EQ(X->NextSibling(), Y);
-    EXPECT_EQ(Y->PreviousSibling(), X);
-    EXPECT_EQ(X2->Next(), Y);
-    EXPECT_EQ(Z->Next(), nullptr);
+    EXPECT_EQ(m_x->Level(), 0);
+    EXPECT_EQ(m_x1->Level(), 1);
+    EXPECT_EQ(m_z->Index(), 2);
+    EXPECT_EQ(m_x->Tree(), &m_tree);
+    EXPECT_EQ(m_x2->Tree(), &m_tree);
+    EXPECT_EQ(m_x->NextSibling(), m_y);
+    EXPECT_EQ(m_y->PreviousSibling(), m_x);
+    EXPECT_EQ(m_x2->Next(), m_y);
+    EXPECT_EQ(m_z->Next(), nullptr);
 }
 
 TEST_F(TreeNodeInView, CountsItsAbsoluteIndexOverAllTopNodes)
 {
     int expected = 0;
-    for (const TTreeNode* node : {X, X1, X2, Y, Z})
+    for (const TTreeNode* node : {m_x, m_x1, m_x2, m_y, m_z})
         EXPECT_EQ(node->AbsoluteIndex(), expected++) << node->Caption().toStdString();
 }
 
 TEST_F(TreeNodeInView, MovesAmongTopNodesInAllModes)
 {
-    EXPECT_TRUE(X->MoveTo(Y, naAdd));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("y z x(x1 x2)"));
-    EXPECT_TRUE(X2->MoveTo(Z, naAddFirst));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x2 y z x(x1)"));
-    EXPECT_TRUE(Y->MoveTo(X, naInsert));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x2 z y x(x1)"));
-    EXPECT_TRUE(X->MoveTo(X2, naInsert));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x(x1) x2 z y"));
-    EXPECT_TRUE(Z->MoveTo(X, naAddChild));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x(x1 z) x2 y"));
-    EXPECT_TRUE(Y->MoveTo(X, naAddChildFirst));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x(y x1 z) x2"));
-    EXPECT_EQ(Z->Index(), 2);
+    EXPECT_TRUE(m_x->MoveTo(m_y, naAdd));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("y z x(x1 x2)"));
+    EXPECT_TRUE(m_x2->MoveTo(m_z, naAddFirst));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x2 y z x(x1)"));
+    EXPECT_TRUE(m_y->MoveTo(m_x, naInsert));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x2 z y x(x1)"));
+    EXPECT_TRUE(m_x->MoveTo(m_x2, naInsert));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x(x1) x2 z y"));
+    EXPECT_TRUE(m_z->MoveTo(m_x, naAddChild));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x(x1 z) x2 y"));
+    EXPECT_TRUE(m_y->MoveTo(m_x, naAddChildFirst));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x(y x1 z) x2"));
+    EXPECT_EQ(m_z->Index(), 2);
 }
 
 TEST_F(TreeNodeInView, DoesNotMoveIntoItself)
 {
-    EXPECT_FALSE(X->MoveTo(X, naInsert));
-    EXPECT_FALSE(X->MoveTo(X1, naAdd));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("x(x1 x2) y z"));
+    EXPECT_FALSE(m_x->MoveTo(m_x, naInsert));
+    EXPECT_FALSE(m_x->MoveTo(m_x1, naAdd));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("x(x1 x2) y z"));
 }
 
 TEST_F(TreeNodeInView, MovesToAnotherTree)
 {
     TDragScrollTree other;
     other.addTopLevelItem(new TTreeNode(QStringLiteral("o")));
-    EXPECT_TRUE(X->MoveTo(other.TopNode(), naAddFirst));
-    EXPECT_EQ(Shape(Tree), QStringLiteral("y z"));
+    EXPECT_TRUE(m_x->MoveTo(other.TopNode(), naAddFirst));
+    EXPECT_EQ(Shape(m_tree), QStringLiteral("y z"));
     EXPECT_EQ(Shape(other), QStringLiteral("x(x1 x2) o"));
-    EXPECT_EQ(X1->Tree(), &other);
+    EXPECT_EQ(m_x1->Tree(), &other);
 }
 
 TEST_F(TreeNodeInView, ShowsTheImageOfItsIndex)
 {
     QPixmap pixmap(4, 4);
     pixmap.fill(Qt::red);
-    Tree.SetImages({QIcon(), QIcon(pixmap)});
-    X->SetImageIndex(1);
-    EXPECT_FALSE(X->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+    m_tree.SetImages({QIcon(), QIcon(pixmap)});
+    m_x->SetImageIndex(1);
+    EXPECT_FALSE(m_x->data(0, Qt::DecorationRole).value<QIcon>().isNull());
     for (const int nowhere : {-1, 0, 2, 99}) {
-        X->SetImageIndex(nowhere);
-        EXPECT_TRUE(X->data(0, Qt::DecorationRole).value<QIcon>().isNull()) << nowhere;
+        m_x->SetImageIndex(nowhere);
+        EXPECT_TRUE(m_x->data(0, Qt::DecorationRole).value<QIcon>().isNull()) << nowhere;
     }
 }
 
 TEST_F(TreeNodeInView, IsFadedWhileItIsCut)
 {
-    EXPECT_FALSE(X->data(0, Qt::ForegroundRole).isValid());
-    X->SetCut(true);
-    EXPECT_EQ(X->data(0, Qt::ForegroundRole).value<QBrush>(), Tree.palette().brush(QPalette::PlaceholderText));
-    X->SetCut(false);
-    EXPECT_FALSE(X->data(0, Qt::ForegroundRole).isValid());
+    EXPECT_FALSE(m_x->data(0, Qt::ForegroundRole).isValid());
+    m_x->SetCut(true);
+    EXPECT_EQ(m_x->data(0, Qt::ForegroundRole).value<QBrush>(), m_tree.palette().brush(QPalette::PlaceholderText));
+    m_x->SetCut(false);
+    EXPECT_FALSE(m_x->data(0, Qt::ForegroundRole).isValid());
 }
 
 TEST_F(TreeNodeInView, TellsItsTreeWhatChanged)
 {
     int changes = 0;
-    QObject::connect(&Tree, &QTreeWidget::itemChanged, &Tree, [&] { ++changes; });
-    X->SetCaption(QStringLiteral("x"));
+    QObject::connect(&m_tree, &QTreeWidget::itemChanged, &m_tree, [&] { ++changes; });
+    m_x->SetCaption(QStringLiteral("x"));
     EXPECT_EQ(changes, 0);
-    X->SetCaption(QStringLiteral("neu"));
+    m_x->SetCaption(QStringLiteral("neu"));
     EXPECT_EQ(changes, 1);
-    X->SetCut(false);
+    m_x->SetCut(false);
     EXPECT_EQ(changes, 1);
-    X->SetCut(true);
-    X->SetImageIndex(3);
+    m_x->SetCut(true);
+    m_x->SetImageIndex(3);
     EXPECT_EQ(changes, 3);
 }
 
