@@ -5,6 +5,7 @@
 #include "Vlerrors.h"
 #include "Vltext.h"
 
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 
 TCmdTreeFrame::TCmdTreeFrame(QWidget* parent) : TDragScrollTree(parent) {}
@@ -69,4 +70,60 @@ void TCmdTreeFrame::HandleProjectChange(QObject* sender, TUserProperty, const QS
 {
     if (sender == UserManager() && UserManager()->GetActiveProject())
         Guarded([this] { ReloadForProject(); });
+}
+
+void TCmdTreeFrame::ApplyMenuRules()
+{
+    if (m_popupMenu)
+        m_popupMenu->ApplyRules();
+}
+
+TTreeNode* TCmdTreeFrame::MenuNode() const
+{
+    return m_popupMenu ? m_popupMenu->Target(SelectedNode()) : SelectedNode();
+}
+
+bool TCmdTreeFrame::IsMenuValid() const
+{
+    const TTreeNode* node = MenuNode();
+    return SelectedNode() && node && !IsFixed(node);
+}
+
+int TCmdTreeFrame::CountNodes() const
+{
+    int count = 0;
+    for (const TTreeNode* node = TopNode(); node; node = node->Next())
+        ++count;
+    return count;
+}
+
+void TCmdTreeFrame::HandleEditable(bool editable)
+{
+    if (m_popupMenu)
+        m_popupMenu->SetAttached(editable);
+    if (editable)
+        HandleSelectionChange();
+}
+
+void TCmdTreeFrame::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!GetEditable() || !m_popupMenu)
+        return;
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    TTreeNode* node = byMouse ? NodeAt(event->pos()) : SelectedNode();
+    m_popupMenu->SetTarget(node);
+    // A node inside a selection of several gets the focus and leaves the selection as it is.
+    if (IsMenuValid())
+        setCurrentItem(node, 0,
+                       node->isSelected() ? QItemSelectionModel::NoUpdate : QItemSelectionModel::ClearAndSelect);
+    m_popupMenu->Open(event->globalPos());
+}
+
+void RegisterEditor(const QString& className, const char* progId, TComponentFactory factory)
+{
+    RegisterComponent(className, std::move(factory));
+    IInterface* found = nullptr;
+    FindApplicationInterface(IID_IRegisterClient, &found);
+    if (found && QCoreApplication::instance())
+        static_cast<IRegisterClient*>(found)->RegisterComponentClass(QString::fromLatin1(progId), className);
 }

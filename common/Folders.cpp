@@ -2,6 +2,7 @@
 
 #include "IScenesTree.h"
 #include "UnitList.h"
+#include "XmlReading.h"
 
 namespace
 {
@@ -11,7 +12,7 @@ TUnitList& Units()
 {
     static TUnitList units({
         {.Name = "FoldersRc"},
-        {.Name = "FoldersCommon"},
+        {.Name = "FoldersCommon", .Initialize = InitializeXml, .Finalize = FinalizeXml},
         {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},
     });
     return units;

@@ -5,11 +5,14 @@
 
 #include <QFile>
 
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
+#include <libxml/tree.h>
 
 #include <exception>
 #include <memory>
+#include <utility>
 
 namespace
 {
@@ -45,12 +48,20 @@ struct TParserDeleter
 
 using TParser = std::unique_ptr<xmlParserCtxt, TParserDeleter>;
 
+struct TBufferDeleter
+{
+    void operator()(xmlBufferPtr buffer) const { xmlBufferFree(buffer); }
+};
+
 // What the parser's callbacks work on. An exception of the visitor is kept and thrown on when the parser has returned.
 struct TReading
 {
     IXmlVisitor& Visitor;
     xmlParserCtxtPtr Context = nullptr;
-    int Depth = 0;
+    int Depth = 0;              // of the elements that were entered, with the root
+    int Inside = 0;             // depth inside an element that is skipped or taken as text, from 1
+    xmlNodePtr Taken = nullptr; // the element that is taken as text, while it grows
+    std::unique_ptr<xmlBuffer, TBufferDeleter> Buffer = nullptr;
     bool Refused = false;
     std::exception_ptr Failure = nullptr;
 
@@ -59,30 +70,117 @@ struct TReading
         Refused = true;
         xmlStopParser(Context);
     }
+
+    // Calls the visitor.
+    template <class TFunction> void Visit(TFunction&& function)
+    {
+        try {
+            function();
+        } catch (...) {
+            Failure = std::current_exception();
+            Refuse();
+        }
+    }
 };
 
-void BeginElement(void* data, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int, const xmlChar**,
-                  int count, int, const xmlChar** values)
+TReading& ReadingOf(void* data)
 {
-    auto& reading = *static_cast<TReading*>(data);
-    const TXmlAttributes attributes(values, count);
-    const int depth = reading.Depth++;
-    try {
-        std::string qualified;
-        const std::string_view name = NameOf(local, prefix, uri, qualified);
-        if (depth > 0)
-            reading.Visitor.BeginElement(depth, name, attributes);
-        else if (!reading.Visitor.BeginRoot(name, attributes))
-            reading.Refuse();
-    } catch (...) {
-        reading.Failure = std::current_exception();
-        reading.Refuse();
-    }
+    return *static_cast<TReading*>(data);
 }
 
-void EndElement(void* data, const xmlChar*, const xmlChar*, const xmlChar*)
+// The parser's own document, which stays empty but for an element that is taken as text. The parser would note the
+// declared encoding at the end only; a dump asks it earlier, which characters it may leave as they are.
+void BeginDocument(void* data)
 {
-    --static_cast<TReading*>(data)->Depth;
+    xmlParserCtxtPtr context = ReadingOf(data).Context;
+    xmlSAX2StartDocument(context);
+    xmlDocPtr document = context->myDoc;
+    if (document && !document->encoding && context->input->encoding)
+        document->encoding = xmlStrdup(context->input->encoding);
+}
+
+void BeginElement(void* data, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int namespaceCount,
+                  const xmlChar** namespaces, int count, int defaulted, const xmlChar** values)
+{
+    TReading& reading = ReadingOf(data);
+    TXmlStep step = TXmlStep::Enter;
+    if (reading.Inside == 0) {
+        reading.Visit([&] {
+            const TXmlAttributes attributes(values, count);
+            std::string qualified;
+            const std::string_view name = NameOf(local, prefix, uri, qualified);
+            if (reading.Depth > 0)
+                step = reading.Visitor.BeginElement(name, attributes);
+            else if (!reading.Visitor.BeginRoot(name, attributes))
+                reading.Refuse();
+        });
+    }
+    if (reading.Inside == 0 && step == TXmlStep::Enter) {
+        ++reading.Depth;
+        return;
+    }
+    ++reading.Inside;
+    if (!reading.Taken && step != TXmlStep::Text)
+        return;
+    xmlSAX2StartElementNs(reading.Context, local, prefix, uri, namespaceCount, namespaces, count, defaulted, values);
+    if (!reading.Taken)
+        reading.Taken = reading.Context->node;
+}
+
+// The dump is what the parser makes of the element; nothing of it stays behind.
+QString TakeNode(TReading& reading)
+{
+    constexpr std::size_t InitialSize = 1024;
+    if (!reading.Buffer)
+        reading.Buffer.reset(xmlBufferCreateSize(InitialSize));
+    xmlNodePtr node = std::exchange(reading.Taken, nullptr);
+    QString text;
+    if (xmlNodeDump(reading.Buffer.get(), reading.Context->myDoc, node, 0, 0) > 0)
+        text = XmlText(ToView(xmlBufferContent(reading.Buffer.get())));
+    xmlBufferEmpty(reading.Buffer.get());
+    xmlUnlinkNode(node);
+    xmlFreeNode(node);
+    return text;
+}
+
+void EndElement(void* data, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri)
+{
+    TReading& reading = ReadingOf(data);
+    if (reading.Inside > 0) {
+        if (reading.Taken)
+            xmlSAX2EndElementNs(reading.Context, local, prefix, uri);
+        if (--reading.Inside == 0 && reading.Taken)
+            reading.Visit([&] { reading.Visitor.TakeText(TakeNode(reading)); });
+        return;
+    }
+    if (--reading.Depth > 0)
+        reading.Visit([&] { reading.Visitor.EndElement(); });
+}
+
+// What is no element counts only inside one that is taken as text.
+
+void TakeCharacters(void* data, const xmlChar* text, int length)
+{
+    if (ReadingOf(data).Taken)
+        xmlSAX2Characters(ReadingOf(data).Context, text, length);
+}
+
+void TakeCData(void* data, const xmlChar* text, int length)
+{
+    if (ReadingOf(data).Taken)
+        xmlSAX2CDataBlock(ReadingOf(data).Context, text, length);
+}
+
+void TakeComment(void* data, const xmlChar* text)
+{
+    if (ReadingOf(data).Taken)
+        xmlSAX2Comment(ReadingOf(data).Context, text);
+}
+
+void TakeInstruction(void* data, const xmlChar* target, const xmlChar* text)
+{
+    if (ReadingOf(data).Taken)
+        xmlSAX2ProcessingInstruction(ReadingOf(data).Context, target, text);
 }
 
 // Only entities that a document declares itself are asked for here. None of our writers makes any, and what cannot be
@@ -90,10 +188,26 @@ void EndElement(void* data, const xmlChar*, const xmlChar*, const xmlChar*)
 // harm.
 xmlEntityPtr RefuseEntity(void* data, const xmlChar*)
 {
-    auto& reading = *static_cast<TReading*>(data);
+    TReading& reading = ReadingOf(data);
     if (reading.Context->inSubset == 0)
         reading.Refuse();
     return nullptr;
+}
+
+xmlSAXHandler MakeHandler()
+{
+    xmlSAXHandler handler{};
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.startDocument = BeginDocument;
+    handler.startElementNs = BeginElement;
+    handler.endElementNs = EndElement;
+    handler.getEntity = RefuseEntity;
+    handler.characters = TakeCharacters;
+    handler.ignorableWhitespace = TakeCharacters;
+    handler.cdataBlock = TakeCData;
+    handler.comment = TakeComment;
+    handler.processingInstruction = TakeInstruction;
+    return handler;
 }
 
 int ReadBlock(void* file, char* buffer, int length)
@@ -142,12 +256,7 @@ bool ReadXmlFile(const QString& path, IXmlVisitor& visitor)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return false;
 
-    xmlSAXHandler handler{};
-    handler.initialized = XML_SAX2_MAGIC;
-    handler.startElementNs = BeginElement;
-    handler.endElementNs = EndElement;
-    handler.getEntity = RefuseEntity;
-
+    xmlSAXHandler handler = MakeHandler();
     TReading reading{.Visitor = visitor};
     const TParser parser(xmlCreateIOParserCtxt(&handler, &reading, ReadBlock, KeepOpen, &file, XML_CHAR_ENCODING_NONE));
     if (!parser)

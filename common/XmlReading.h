@@ -41,6 +41,14 @@ private:
     int m_count;
 };
 
+// What becomes of an element whose begin a visitor has seen.
+enum class TXmlStep : quint8
+{
+    Enter, // the elements inside follow, then EndElement
+    Skip,  // with everything inside
+    Text,  // TakeText gets it whole, as text; the elements inside are not visited
+};
+
 // Receives one document while it is read.
 class IXmlVisitor
 {
@@ -49,8 +57,13 @@ public:
 
     // The root element; false refuses the document.
     virtual bool BeginRoot(std::string_view name, const TXmlAttributes& attributes) = 0;
-    // An element below the root; its depth is 1 for a child of the root.
-    virtual void BeginElement(int depth, std::string_view name, const TXmlAttributes& attributes) = 0;
+    // An element directly inside the root or the innermost element that was entered.
+    virtual TXmlStep BeginElement(std::string_view name, const TXmlAttributes& attributes) = 0;
+    // The end of an element that was entered.
+    virtual void EndElement() {}
+    // An element in the parser's own form: attributes in their order, values in double quotes, an empty element closed
+    // by "/>". In the system's code page.
+    virtual void TakeText(const QString&) {}
 };
 
 // Names of elements and attributes compare without regard to case.

@@ -6,15 +6,10 @@
 #include "ScenePointer.h"
 #include "TreeImages.h"
 #include "Vlapputils.h"
-#include "Vlclassregistry.h"
 #include "Vlerrors.h"
 #include "Vlhourglass.h"
 #include "Vlmessages.h"
 #include "Vltext.h"
-#include "XmlReading.h"
-
-#include <QCoreApplication>
-#include <QTimer>
 
 namespace
 {
@@ -35,28 +30,16 @@ QString CountsText(const TSceneCounts& counts)
 } // namespace
 
 TConfigTreeFrame::TConfigTreeFrame(QWidget* parent)
-    : TCmdTreeFrame(parent),
-      m_scenesPath(DefaultScenesPath),
-      m_scenesMod(DefaultScenesMod),
-      m_files(this),
-      m_popupMenu(new TPopupMenu(this, PopupRows()))
+    : TCmdTreeFrame(parent), m_scenesPath(DefaultScenesPath), m_scenesMod(DefaultScenesMod), m_files(this)
 {
     setObjectName(ClassName);
     setAccessibleName(RcText(_RSTR_SCENES));
     setExpandsOnDoubleClick(false);
     InitializeMenu({});
+    MakePopupMenu(this, PopupRows());
     SetEditable(true);
     connect(this, &QTreeWidget::itemActivated, this,
             [this](QTreeWidgetItem* item) { Guarded([&] { ShowInDialog(static_cast<TSceneNode*>(item)); }); });
-    connect(m_popupMenu->Menu(), &QMenu::aboutToHide, this, [this] {
-        // The chosen operation runs after the menu has gone and still needs the node.
-        QTimer::singleShot(0, this, [this] {
-            if (m_popupMenu->Menu()->isVisible())
-                return; // opened again meanwhile, for another node
-            m_menuNode.reset();
-            m_popupMenu->ApplyRules();
-        });
-    });
 }
 
 TConfigTreeFrame::~TConfigTreeFrame()
@@ -70,10 +53,7 @@ int TConfigTreeFrame::InitializeMenu(const QString& fileName)
         {TreeImage(tiDocument), TreeImage(tiScene), TreeImage(tiFolder), TreeImage(tiAction), TreeImage(tiTrigger)});
     if (!fileName.isEmpty() && !Top())
         ReplaceContent(ReadSceneCaptions(fileName));
-    int count = 0;
-    for (const TTreeNode* node = TopNode(); node; node = node->Next())
-        ++count;
-    return count;
+    return CountNodes();
 }
 
 void TConfigTreeFrame::LoadScenes(const QString& fileName)
@@ -86,7 +66,7 @@ void TConfigTreeFrame::LoadScenes(const QString& fileName)
     Top()->setExpanded(true);
     SetModified(false);
     SendSections();
-    m_popupMenu->ApplyRules();
+    ApplyMenuRules();
     Note(this, QStringLiteral("%1 geladen").arg(CountsText(CountScenes(Top()))));
 }
 
@@ -164,7 +144,7 @@ void TConfigTreeFrame::ApplyCommandItem(const QString& key, const QString& value
 void TConfigTreeFrame::FinishCommand()
 {
     SetProjectListener(m_scenesPath);
-    m_popupMenu->ApplyRules();
+    ApplyMenuRules();
 }
 
 void TConfigTreeFrame::ReloadForProject()
@@ -180,17 +160,12 @@ void TConfigTreeFrame::LoadScenesIfPresent(const QString& fileName)
 
 void InitializeScenesUnit()
 {
-    InitializeXml();
     ResetSceneIds();
-    RegisterComponent(ClassName, [](QWidget* parent) -> QWidget* { return new TConfigTreeFrame(parent); });
-    IInterface* found = nullptr;
-    FindApplicationInterface(IID_IRegisterClient, &found);
-    if (found && QCoreApplication::instance())
-        static_cast<IRegisterClient*>(found)->RegisterComponentClass(QString::fromLatin1(ProgIdConfigTree), ClassName);
+    RegisterEditor(ClassName, ProgIdConfigTree,
+                   [](QWidget* parent) -> QWidget* { return new TConfigTreeFrame(parent); });
 }
 
 void FinalizeScenesUnit()
 {
     UnregisterComponent(ClassName);
-    FinalizeXml();
 }

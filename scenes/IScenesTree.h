@@ -2,13 +2,10 @@
 
 #include "CmdTreeFrame.h"
 #include "DocumentFiles.h"
-#include "PopupMenus.h"
 #include "SceneNodes.h"
-
-#include <optional>
+#include "SharedDialog.h"
 
 class TPromptNumberDialog;
-class TPropertyDragObject;
 class TScenePropsDialog;
 
 // The navigation pane in which a user edits the scene configuration of the active project. Created by the host by its
@@ -70,7 +67,6 @@ public:
     void MenuAction_Reload();
     void MenuAction_Export();
 
-    void UpdateActions() override { m_popupMenu->ApplyRules(); }
     void CommitEdits() override;
 
 protected:
@@ -81,29 +77,28 @@ protected:
 
     void HandleEdited(TTreeNode* node, const QString& text) override;
     bool CanEdit(const TTreeNode* node) const override;
+    bool IsFixed(const TTreeNode* node) const override;
     void HandleSelectionChange() override;
-    void HandleEditable(bool editable) override;
     bool PrepareDrag(TTreeNode* node, Qt::KeyboardModifiers shiftState) override;
     std::unique_ptr<QMimeData> StartDrag() override;
     void EndDrag() override;
     bool CanDrop(const QMimeData* content, TTreeNode* target) const override;
     void Drop(const QMimeData* content, TTreeNode* target) override;
 
-    void contextMenuEvent(QContextMenuEvent* event) override;
-
 private:
+    friend class TSharedDialog<TScenePropsDialog, TConfigTreeFrame>;
+
+    static TSharedDialog<TScenePropsDialog, TConfigTreeFrame>& Shared();
     static std::span<const TPopupRow<TConfigTreeFrame>> PopupRows();
 
     void LoadScenesIfPresent(const QString& fileName);
     void WriteDocuments(const QString& fileName);
 
-    // The node that the menu acts on: the one under the mouse, for short cuts the selected one.
-    TSceneNode* MenuNode() const;
+    TSceneNode* MenuSceneNode() const { return static_cast<TSceneNode*>(MenuNode()); }
     TSceneNode* SelectedSceneNode() const { return static_cast<TSceneNode*>(SelectedNode()); }
     QList<TSceneNode*> SelectedSceneNodes() const;
 
     // The rules of the popup menu.
-    bool IsMenuValid() const;
     bool CanShowProperties() const;
     bool CanAutoAppend() const;
     bool CanCreateAction() const;
@@ -127,7 +122,6 @@ private:
     void CopyScene(TSceneNode* scene);
     void PasteCopied(TSceneNode* selected);
     void PasteCut(TSceneNode* selected);
-    void ForgetCut();
     void DeleteTriggers(const QList<TSceneNode*>& nodes);
     void DeleteActions(const QList<TSceneNode*>& nodes);
     void RemoveNodes(QList<TSceneNode*> nodes);
@@ -147,7 +141,7 @@ private:
     void HandleMoveNotify(TDirection direction);
 
     // Dragging
-    TPropertyDragObject PropertiesOf(const TSceneNode* scene) const;
+    std::unique_ptr<QMimeData> DragOf(const TSceneNode* scene) const;
     void DropObjects(const QList<TSceneNode*>& nodes, TSceneNode* target);
     void DropNode(TSceneNode* dragged, TSceneNode* target);
 
@@ -155,14 +149,10 @@ private:
     QString m_scenesFile;
     QString m_scenesMod;
     TDocumentFiles m_files;
-    TPopupMenu* m_popupMenu;
     TPromptNumberDialog* m_prompt = nullptr;
 
-    std::optional<TNodeRefTo<TSceneNode>> m_menuNode; // while the popup menu is in effect
     TNodeRefTo<TSceneNode> m_dialogNode;
-    TNodeRefTo<TSceneNode> m_cutNode;
     TNodeRefTo<TSceneNode> m_dragNode;
-    QList<int> m_copyList; // absolute indexes, in the order of their selection
     Qt::KeyboardModifiers m_dragShiftState;
 };
 

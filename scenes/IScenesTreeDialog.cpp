@@ -2,23 +2,8 @@
 
 #include "dlgSceneProps.h"
 
-#include <QPointer>
-
 namespace
 {
-
-// The one properties dialog of all frames, and the frame that shows a node in it, if one does.
-struct TSharedDialog
-{
-    QPointer<TScenePropsDialog> Dialog;
-    QPointer<TConfigTreeFrame> Frame;
-};
-
-TSharedDialog& Shared()
-{
-    static TSharedDialog shared;
-    return shared;
-}
 
 int SectionOf(const TSceneNode* node)
 {
@@ -34,45 +19,35 @@ TSceneNode* ShownFor(TSceneNode* node)
 
 } // namespace
 
+TSharedDialog<TScenePropsDialog, TConfigTreeFrame>& TConfigTreeFrame::Shared()
+{
+    static TSharedDialog<TScenePropsDialog, TConfigTreeFrame> shared;
+    return shared;
+}
+
 void TConfigTreeFrame::FinalizeScenes()
 {
-    if (Shared().Frame) {
-        Shared().Frame->ApplyPending();
-        Shared().Frame->m_dialogNode.Set(nullptr);
-    }
-    Shared().Frame = nullptr;
-    delete Shared().Dialog.data();
+    Shared().Release();
 }
 
 bool TConfigTreeFrame::IsDialogShown() const
 {
-    return Shared().Dialog && Shared().Frame == this && Shared().Dialog->isVisible();
+    return Shared().IsShownBy(this);
 }
 
-// The dialog belongs to whoever shows a node in it; the frame that had it before is left with its changes applied.
 TScenePropsDialog* TConfigTreeFrame::TakeDialog()
 {
-    TSharedDialog& shared = Shared();
-    if (shared.Frame && shared.Frame != this) {
-        shared.Frame->ApplyPending();
-        shared.Frame->HandleDialogClose();
-    }
-    if (!shared.Dialog)
-        shared.Dialog = new TScenePropsDialog(this);
-    if (shared.Frame != this) {
-        shared.Frame = this;
-        shared.Dialog->SetCloseEvent([this](QObject*) { HandleDialogClose(); });
-        shared.Dialog->SetApplyEvent([this](QObject*) { HandleDialogAccept(); });
-        shared.Dialog->SetMoveEvent([this](QObject*, TDirection direction) { HandleMoveNotify(direction); });
-        shared.Dialog->SetChangePartEvent([this](QObject*, int part) { HandlePartChange(part); });
-    }
-    shared.Dialog->SetSceneSections(GetSections());
-    return shared.Dialog;
+    const bool isNew = Shared().Take(this);
+    TScenePropsDialog* dialog = Shared().Get();
+    if (isNew)
+        dialog->SetChangePartEvent([this](QObject*, int part) { HandlePartChange(part); });
+    dialog->SetSceneSections(GetSections());
+    return dialog;
 }
 
 void TConfigTreeFrame::MenuAction_AttributesExecute()
 {
-    ShowInDialog(MenuNode());
+    ShowInDialog(MenuSceneNode());
 }
 
 void TConfigTreeFrame::ShowInDialog(TSceneNode* node)
@@ -85,12 +60,12 @@ void TConfigTreeFrame::ShowInDialog(TSceneNode* node)
     FillDialog(node);
     if (!dialog->isVisible())
         dialog->Display();
-    m_popupMenu->ApplyRules();
+    ApplyMenuRules();
 }
 
 void TConfigTreeFrame::FillDialog(TSceneNode* node)
 {
-    TScenePropsDialog* dialog = Shared().Dialog;
+    TScenePropsDialog* dialog = Shared().Get();
     const TVlSceneItem& item = *node->Item();
     const TVlSceneItem* linked = node->LinkedItem();
     const TVlSceneItem& datapoint = linked ? *linked : item;
@@ -110,14 +85,7 @@ void TConfigTreeFrame::HandleSelectionChange()
 {
     if (GetEditable() && IsDialogShown() && SelectedNode())
         FollowInDialog(SelectedSceneNode());
-    m_popupMenu->ApplyRules();
-}
-
-void TConfigTreeFrame::HandleEditable(bool editable)
-{
-    m_popupMenu->SetAttached(editable);
-    if (editable)
-        HandleSelectionChange();
+    ApplyMenuRules();
 }
 
 void TConfigTreeFrame::FollowInDialog(TSceneNode* node)
@@ -133,7 +101,7 @@ void TConfigTreeFrame::FollowInDialog(TSceneNode* node)
 
 void TConfigTreeFrame::ApplyPending()
 {
-    if (IsDialogShown() && m_dialogNode && Shared().Dialog->GetChanged() && Shared().Dialog->GetAutoAccept())
+    if (m_dialogNode && Shared().HasPending(this))
         HandleDialogAccept();
 }
 
@@ -142,7 +110,7 @@ void TConfigTreeFrame::RefreshDialog(const TSceneNode* changed)
 {
     TSceneNode* shown = m_dialogNode.Get();
     const bool concerned = shown && (shown == changed || shown->Item()->Link.Get() == changed);
-    if (concerned && IsDialogShown() && !Shared().Dialog->GetChanged())
+    if (concerned && IsDialogShown() && !Shared().Get()->GetChanged())
         FillDialog(shown);
 }
 
@@ -154,13 +122,13 @@ void TConfigTreeFrame::CommitEdits()
 
 void TConfigTreeFrame::SendSections()
 {
-    if (Shared().Dialog && Shared().Frame == this)
-        Shared().Dialog->SetSceneSections(GetSections());
+    if (IsDialogShown())
+        Shared().Get()->SetSceneSections(GetSections());
 }
 
 void TConfigTreeFrame::HandleDialogAccept()
 {
-    TScenePropsDialog* dialog = Shared().Dialog;
+    TScenePropsDialog* dialog = Shared().Get();
     TSceneNode* node = m_dialogNode.Get();
     if (!dialog || !node)
         return;
@@ -190,9 +158,8 @@ void TConfigTreeFrame::HandleDialogAccept()
 void TConfigTreeFrame::HandleDialogClose()
 {
     m_dialogNode.Set(nullptr);
-    if (Shared().Frame == this)
-        Shared().Frame = nullptr;
-    m_popupMenu->ApplyRules();
+    Shared().LeaveBy(this);
+    ApplyMenuRules();
 }
 
 void TConfigTreeFrame::HandlePartChange(int part)

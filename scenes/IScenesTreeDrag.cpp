@@ -1,14 +1,6 @@
 #include "IScenesTree.h"
 
-#include "Vldragobjects.h"
-
-namespace
-{
-
-// A single datapoint or step: it is known as the drag node and carries nothing that another pane could use.
-const auto NodeFormat = QStringLiteral("application/x-velmora-node");
-
-} // namespace
+#include "NodeDrags.h"
 
 bool TConfigTreeFrame::PrepareDrag(TTreeNode* node, Qt::KeyboardModifiers shiftState)
 {
@@ -22,34 +14,27 @@ std::unique_ptr<QMimeData> TConfigTreeFrame::StartDrag()
 {
     const QList<TSceneNode*> selected = SelectedSceneNodes();
     if (selected.size() > 1) {
-        auto objects = std::make_shared<TObjectsDragObject>(false);
-        for (TSceneNode* node : selected)
-            objects->Add(node);
         m_dragNode.Set(SelectedSceneNode());
-        return std::unique_ptr<QMimeData>(TObjectsDragObject::ToMimeData(std::move(objects)));
+        return MakeObjectsDrag(SelectedNodes());
     }
     if (selected.isEmpty() || selected.first()->IsFixed())
         return nullptr;
     if (selected.first()->Role() == srScene)
-        return std::unique_ptr<QMimeData>(PropertiesOf(selected.first()).ToMimeData());
+        return DragOf(selected.first());
     m_dragNode.Set(selected.first());
-    auto content = std::make_unique<QMimeData>();
-    content->setData(NodeFormat, {});
-    return content;
+    return MakeNodeDrag();
 }
 
-TPropertyDragObject TConfigTreeFrame::PropertiesOf(const TSceneNode* scene) const
+std::unique_ptr<QMimeData> TConfigTreeFrame::DragOf(const TSceneNode* scene) const
 {
     const TVlSceneItem& item = *scene->Item();
     const TVlSceneItem* linked = scene->LinkedItem();
-    TPropertyDragObject object;
-    object.Add(QStringLiteral("name"), linked ? linked->Name : item.Name);
-    object.Add(QStringLiteral("alias"), item.Alias);
-    object.Add(QStringLiteral("fixval"), item.Value);
-    object.Add(QStringLiteral("type"), QString::number(dt2Eis(item.DataType)));
-    object.Add(QStringLiteral("target"), QString::fromLatin1(SourceText(item.Source)));
-    object.SetShiftState(m_dragShiftState);
-    return object;
+    return MakeDatapointDrag({.Name = linked ? linked->Name : item.Name,
+                              .Alias = item.Alias,
+                              .FixedValue = item.Value,
+                              .EisNumber = dt2Eis(item.DataType),
+                              .Source = QString::fromLatin1(SourceText(item.Source)),
+                              .ShiftState = m_dragShiftState});
 }
 
 void TConfigTreeFrame::EndDrag()

@@ -4,7 +4,6 @@
 #include "Vlmessages.h"
 #include "Vlpromptnumber.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -42,40 +41,6 @@ QList<TSceneNode*> ChildrenOf(const TSceneNode* parent, const QList<TSceneNode*>
     std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(children),
                  [parent](const TSceneNode* node) { return node->Parent() == parent; });
     return children;
-}
-
-// The positions of nodes in the whole tree, in the order of the list, found in one walk.
-QList<int> AbsoluteIndexes(const TTreeNode* top, const QList<TSceneNode*>& nodes)
-{
-    QHash<const TTreeNode*, int> positions;
-    positions.reserve(nodes.size());
-    for (const TSceneNode* node : nodes)
-        positions.insert(node, -1);
-    int index = 0;
-    for (const TTreeNode* node = top; node; node = node->Next(), ++index) {
-        const auto found = positions.find(node);
-        if (found != positions.end())
-            *found = index;
-    }
-    QList<int> indexes;
-    for (const TSceneNode* node : nodes)
-        indexes.append(positions.value(node));
-    return indexes;
-}
-
-// The nodes at such positions, in the order of the list; what leads to no item is left out.
-QList<TSceneNode*> NodesAt(TTreeNode* top, const QList<int>& indexes)
-{
-    QList<TSceneNode*> all;
-    for (TTreeNode* node = top; node; node = node->Next())
-        all.append(static_cast<TSceneNode*>(node));
-    QList<TSceneNode*> nodes;
-    for (const int index : indexes) {
-        TSceneNode* node = all.value(index);
-        if (node && node->Item())
-            nodes.append(node);
-    }
-    return nodes;
 }
 
 // What a scene takes over from the datapoint that starts it.
@@ -164,7 +129,7 @@ void TConfigTreeFrame::BindScene(TSceneNode* scene, TSceneNode* trigger)
 
 void TConfigTreeFrame::MenuAction_AutoAppend()
 {
-    TSceneNode* root = MenuNode();
+    TSceneNode* root = MenuSceneNode();
     if (!CanAutoAppend())
         return;
     const bool triggers = root->Role() == srTriggerRoot;
@@ -231,15 +196,15 @@ void TConfigTreeFrame::MenuAction_CreateBeforeExecute()
 
 void TConfigTreeFrame::MenuAction_CopyExecute()
 {
-    // The mark of a node that was cut stays.
-    m_cutNode.Set(nullptr);
+    // Deliberate: the mark of a node that was cut stays.
+    Clipboard().ForgetCutOnly();
     TSceneNode* selected = SelectedSceneNode();
     if (!selected || selected->IsFixed())
         return;
     if (selected->Role() == srScene)
         CopyScene(selected);
     else
-        m_copyList = AbsoluteIndexes(Top(), SelectedSceneNodes());
+        Clipboard().Copy(Top(), SelectedNodes());
 }
 
 void TConfigTreeFrame::CopyScene(TSceneNode* scene)
@@ -265,20 +230,8 @@ void TConfigTreeFrame::CopyScene(TSceneNode* scene)
 
 void TConfigTreeFrame::MenuAction_CutExecute()
 {
-    m_copyList.clear();
-    ForgetCut();
     TSceneNode* selected = SelectedSceneNode();
-    if (!selected || selected->Role() != srStep)
-        return;
-    m_cutNode.Set(selected);
-    selected->SetCut(true);
-}
-
-void TConfigTreeFrame::ForgetCut()
-{
-    if (m_cutNode)
-        m_cutNode->SetCut(false);
-    m_cutNode.Set(nullptr);
+    Clipboard().Cut(selected && selected->Role() == srStep ? selected : nullptr);
 }
 
 void TConfigTreeFrame::MenuAction_PasteBeforeExecute()
@@ -287,21 +240,23 @@ void TConfigTreeFrame::MenuAction_PasteBeforeExecute()
     if (!selected || selected->IsFixed())
         return;
     const TRepaintPause pause(this);
-    if (!m_copyList.isEmpty())
+    if (Clipboard().HasCopied())
         PasteCopied(selected);
-    else if (m_cutNode)
+    else if (Clipboard().CutNode())
         PasteCut(selected);
-    m_copyList.clear();
-    ForgetCut();
+    Clipboard().Clear();
 }
 
 void TConfigTreeFrame::PasteCopied(TSceneNode* selected)
 {
-    const QList<TSceneNode*> sources = NodesAt(Top(), m_copyList);
     const bool intoScene = selected->Role() == srScene;
     QStringList aliases;
     QList<TSceneNode*> copied;
-    for (TSceneNode* source : sources) {
+    const QList<TTreeNode*> found = Clipboard().Copied(Top());
+    for (TTreeNode* node : found) {
+        auto* source = static_cast<TSceneNode*>(node);
+        if (!source->Item())
+            continue;
         if (intoScene && source->Role() == srTrigger) {
             BindScene(selected, source);
             continue;
@@ -321,14 +276,14 @@ void TConfigTreeFrame::PasteCopied(TSceneNode* selected)
 
 void TConfigTreeFrame::PasteCut(TSceneNode* selected)
 {
-    const bool sameLevel = selected->Level() == m_cutNode->Level();
-    MoveBranch(m_cutNode.Get(), selected, sameLevel ? naInsert : naAddChildFirst);
+    TTreeNode* cut = Clipboard().CutNode();
+    const bool sameLevel = selected->Level() == cut->Level();
+    MoveBranch(cut, selected, sameLevel ? naInsert : naAddChildFirst);
 }
 
 void TConfigTreeFrame::MenuAction_DeleteExecute()
 {
-    m_copyList.clear();
-    ForgetCut();
+    Clipboard().Clear();
     const TSceneNode* selected = SelectedSceneNode();
     if (!selected || selected->IsFixed())
         return;

@@ -2,9 +2,7 @@
 
 #include "Vlapputils.h"
 
-#include <QContextMenuEvent>
-
-#include <algorithm>
+#include <array>
 
 std::span<const TPopupRow<TConfigTreeFrame>> TConfigTreeFrame::PopupRows()
 {
@@ -58,26 +56,6 @@ std::span<const TPopupRow<TConfigTreeFrame>> TConfigTreeFrame::PopupRows()
     return Rows;
 }
 
-void TConfigTreeFrame::contextMenuEvent(QContextMenuEvent* event)
-{
-    if (!GetEditable())
-        return;
-    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
-    auto* node = byMouse ? static_cast<TSceneNode*>(NodeAt(event->pos())) : SelectedSceneNode();
-    m_menuNode.emplace(node);
-    // A node inside a selection of several gets the focus and leaves the selection as it is.
-    if (IsMenuValid())
-        setCurrentItem(node, 0,
-                       node->isSelected() ? QItemSelectionModel::NoUpdate : QItemSelectionModel::ClearAndSelect);
-    m_popupMenu->ApplyRules();
-    m_popupMenu->Menu()->popup(event->globalPos());
-}
-
-TSceneNode* TConfigTreeFrame::MenuNode() const
-{
-    return m_menuNode ? m_menuNode->Get() : SelectedSceneNode();
-}
-
 QList<TSceneNode*> TConfigTreeFrame::SelectedSceneNodes() const
 {
     const QList<TTreeNode*> selected = SelectedNodes();
@@ -88,21 +66,20 @@ QList<TSceneNode*> TConfigTreeFrame::SelectedSceneNodes() const
     return nodes;
 }
 
-bool TConfigTreeFrame::IsMenuValid() const
+bool TConfigTreeFrame::IsFixed(const TTreeNode* node) const
 {
-    const TSceneNode* node = MenuNode();
-    return SelectedNode() && node && !node->IsFixed();
+    return static_cast<const TSceneNode*>(node)->IsFixed();
 }
 
 bool TConfigTreeFrame::CanShowProperties() const
 {
-    const TSceneNode* node = MenuNode();
+    const TSceneNode* node = MenuSceneNode();
     return node && !node->IsFixed() && !IsDialogShown() && selectedItems().size() == 1;
 }
 
 bool TConfigTreeFrame::CanAutoAppend() const
 {
-    const TSceneNode* node = MenuNode();
+    const TSceneNode* node = MenuSceneNode();
     return node && (node->Role() == srTriggerRoot || node->Role() == srActionRoot);
 }
 
@@ -119,13 +96,12 @@ bool TConfigTreeFrame::CanCopy() const
 
 bool TConfigTreeFrame::CanPaste() const
 {
-    const bool hasSource = !m_copyList.isEmpty() || m_cutNode;
-    return IsMenuValid() && hasSource && !SelectedSceneNode()->IsDatapoint();
+    return IsMenuValid() && !Clipboard().IsEmpty() && !SelectedSceneNode()->IsDatapoint();
 }
 
 bool TConfigTreeFrame::CanCut() const
 {
-    return IsMenuValid() && MenuNode()->Role() == srStep && MenuNode()->Level() == 2;
+    return IsMenuValid() && MenuSceneNode()->Role() == srStep && MenuSceneNode()->Level() == 2;
 }
 
 bool TConfigTreeFrame::CanDelete() const

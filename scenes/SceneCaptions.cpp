@@ -1,27 +1,9 @@
 #include "SceneCaptions.h"
 
-#include "Vlapputils.h"
-#include "Vlerrors.h"
-
-#include <QStringList>
+#include "CaptionFile.h"
 
 namespace
 {
-
-int LevelOf(const QString& line)
-{
-    int level = 0;
-    while (level < line.size() && line[level] == u'\t')
-        ++level;
-    return level;
-}
-
-[[noreturn]] void ThrowMalformed(const QString& fileName, qsizetype line)
-{
-    throw TUserError(QStringLiteral("\"%1\", Zeile %2: Die Einrückung ergibt keinen Baum mit zwei festen Zweigen.")
-                         .arg(fileName)
-                         .arg(line));
-}
 
 TSceneNode* AppendCaption(TSceneNode* parent, const QString& caption)
 {
@@ -41,23 +23,11 @@ TSceneNode* AppendCaption(TSceneNode* parent, const QString& caption)
 
 std::unique_ptr<TSceneNode> ReadSceneCaptions(const QString& fileName)
 {
-    QStringList lines = QString::fromUtf8(ReadFile(fileName)).remove(u'\r').split(u'\n');
-    if (lines.last().isEmpty())
-        lines.removeLast();
-    if (lines.isEmpty() || LevelOf(lines.first()) != 0)
-        ThrowMalformed(fileName, 1);
-
-    auto top = std::make_unique<TSceneNode>(lines.first(), TSceneNode::ImageOf(srTop));
-    TSceneNode* last = top.get();
-    for (qsizetype i = 1; i < lines.size(); ++i) {
-        const int level = LevelOf(lines[i]);
-        if (level == 0 || level > last->Level() + 1)
-            ThrowMalformed(fileName, i + 1);
-        while (last->Level() >= level)
-            last = last->Parent();
-        last = AppendCaption(last, lines[i].mid(level));
-    }
+    const std::vector<TCaptionLine> lines = ReadCaptionFile(fileName);
+    auto top = std::make_unique<TSceneNode>(lines.front().Caption, TSceneNode::ImageOf(srTop));
+    BuildFromCaptions(lines, top.get(), AppendCaption);
     if (top->Count() < FirstSceneIndex)
-        ThrowMalformed(fileName, lines.size());
+        ThrowMalformedCaptions(fileName, static_cast<qsizetype>(lines.size()),
+                               QStringLiteral("Baum mit zwei festen Zweigen"));
     return top;
 }

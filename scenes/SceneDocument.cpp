@@ -56,10 +56,10 @@ public:
 
     bool BeginRoot(std::string_view name, const TXmlAttributes&) override { return SameXmlName(name, m_root); }
 
-    void BeginElement(int depth, std::string_view name, const TXmlAttributes& attributes) override
+    TXmlStep BeginElement(std::string_view name, const TXmlAttributes& attributes) override
     {
-        if (depth != 1 || (!SameXmlName(name, "node") && !SameXmlName(name, "scene")))
-            return;
+        if (!SameXmlName(name, "node") && !SameXmlName(name, "scene"))
+            return TXmlStep::Skip;
         TVlSceneItem& item = Items.emplace_back();
         for (const TXmlAttribute attribute : attributes) {
             if (attribute.Value.empty())
@@ -67,6 +67,7 @@ public:
             ReadAttribute(attribute, item);
             HighestId = std::max(HighestId, item.Id);
         }
+        return TXmlStep::Skip;
     }
 
     std::vector<TVlSceneItem> Items;

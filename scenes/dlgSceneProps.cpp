@@ -1,18 +1,13 @@
 #include "dlgSceneProps.h"
 
-#include "Vldragobjects.h"
+#include "DatapointFields.h"
 #include "Vlerrors.h"
 #include "Vlfiledropedit.h"
 #include "Vltext.h"
 
 #include <QCheckBox>
-#include <QClipboard>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QFormLayout>
-#include <QGuiApplication>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -21,31 +16,10 @@ namespace
 
 // The sections before this one are lists of datapoints.
 constexpr int FirstSceneSection = 2;
-constexpr int MinimumFieldWidth = 260;
 
-// Where a dropped datapoint's EIS number lands. Deliberately no inverse of dt2Eis: an EIS 10 or 14 lands on BINÄR and
-// is corrected by hand.
-TDataTypeMap DroppedType(int eisNumber)
+bool IsDatapointSection(int section)
 {
-    switch (eisNumber) {
-    case 5:
-        return dtmEIS10;
-    case 6:
-        return dtmEIS6;
-    case 9:
-    case 11:
-        return dtmEIS11;
-    default:
-        return dtmEIS1;
-    }
-}
-
-void SelectEntry(QComboBox* box, int index)
-{
-    // Only what the user chooses is a change.
-    const QSignalBlocker blocker(box);
-    if (box->currentIndex() != index)
-        box->setCurrentIndex(index);
+    return section >= 0 && section < FirstSceneSection;
 }
 
 } // namespace
@@ -71,32 +45,18 @@ TScenePropsDialog::TScenePropsDialog(QWidget* parent) : TPropsDialog(QStringLite
 
 TScenePropsDialog::~TScenePropsDialog() = default;
 
-template <class TField> TField* TScenePropsDialog::AddField(const char* name, const char* label, QFormLayout* layout)
-{
-    auto* field = new TField(this);
-    field->setObjectName(QString::fromLatin1(name));
-    field->setMinimumWidth(MinimumFieldWidth);
-    const QString text = QString::fromUtf8(label);
-    auto* caption = new QLabel(text, this);
-    caption->setBuddy(field);
-    field->setAccessibleName(text.trimmed());
-    layout->addRow(caption, field);
-    return field;
-}
-
 void TScenePropsDialog::MakeFields(QFormLayout* layout)
 {
-    m_section = AddField<QComboBox>("CBoxPartSelector", " Abschnitt", layout);
-    m_alias = AddField<QLineEdit>("EditAlias", " Name", layout);
-    m_name = AddField<QLineEdit>("EditName", " Objekt", layout);
-    m_value = AddField<TVlFileDropEdit>("EditValue", " Obj. Wert", layout);
-    m_enabled = AddField<QCheckBox>("CheckEnabled", " Aktiv", layout);
-    m_delay = AddField<QLineEdit>("EditDelay", " Delay", layout);
-    m_dataType = AddField<QComboBox>("CBoxDataType", " Typ", layout);
-    m_source = AddField<QComboBox>("CBoxDataSource", " Quelle", layout);
-    m_dataType->addItems({QStringLiteral("BINÄR"), QStringLiteral("1BYTE[%]"), QStringLiteral("1BYTE"),
-                          QStringLiteral("2BYTE"), QStringLiteral("4BYTE")});
-    m_source->addItems({QStringLiteral("EIB"), QStringLiteral("MODBUS"), QStringLiteral("VIRTUAL")});
+    m_section = AddField<QComboBox>(layout, this, "CBoxPartSelector", " Abschnitt");
+    m_alias = AddField<QLineEdit>(layout, this, "EditAlias", " Name");
+    m_name = AddField<QLineEdit>(layout, this, "EditName", " Objekt");
+    m_value = AddField<TVlFileDropEdit>(layout, this, "EditValue", " Obj. Wert");
+    m_enabled = AddField<QCheckBox>(layout, this, "CheckEnabled", " Aktiv");
+    m_delay = AddField<QLineEdit>(layout, this, "EditDelay", " Delay");
+    m_dataType = AddField<QComboBox>(layout, this, "CBoxDataType", " Typ");
+    m_source = AddField<QComboBox>(layout, this, "CBoxDataSource", " Quelle");
+    FillDataTypes(m_dataType);
+    FillSources(m_source);
 
     const QList<QWidget*> order{m_section, m_alias, m_name, m_value, m_enabled, m_delay, m_dataType, m_source};
     for (qsizetype i = 1; i < order.size(); ++i)
@@ -113,10 +73,11 @@ void TScenePropsDialog::ConnectFields()
     for (QComboBox* box : {m_dataType, m_source})
         connect(box, &QComboBox::currentIndexChanged, this, &TScenePropsDialog::MarkChanged);
     connect(m_section, &QComboBox::activated, this, [this] { Guarded([this] { ChangePart(); }); });
-    for (QLineEdit* edit : {m_alias, m_name}) {
-        edit->setAcceptDrops(true);
-        edit->installEventFilter(this);
-    }
+    auto* drop = new TDatapointDrop(
+        this, [this] { return IsDatapointSection(GetSection()); },
+        [this](const TDroppedDatapoint& datapoint) { TakeDropped(datapoint); });
+    drop->Watch(m_alias);
+    drop->Watch(m_name);
 }
 
 void TScenePropsDialog::SetItemName(const QString& name)
@@ -204,13 +165,8 @@ int TScenePropsDialog::GetSection() const
 
 void TScenePropsDialog::SetSceneSections(const QStringList& sections)
 {
-    const int remembered = m_section->currentIndex();
-    m_section->clear();
-    m_section->addItems(sections);
-    const int last = static_cast<int>(sections.size()) - 1;
-    const int index = std::min(std::max(remembered, 0), last);
-    m_section->setCurrentIndex(index);
-    SetAcceptEsfItems(index < FirstSceneSection);
+    ReplaceSections(m_section, sections);
+    SetAcceptEsfItems(GetSection() < FirstSceneSection);
 }
 
 void TScenePropsDialog::SetAcceptEsfItems(bool accept)
@@ -231,51 +187,11 @@ void TScenePropsDialog::ChangePart()
     SetAcceptEsfItems(part < FirstSceneSection);
 }
 
-bool TScenePropsDialog::eventFilter(QObject* watched, QEvent* event)
+void TScenePropsDialog::TakeDropped(const TDroppedDatapoint& datapoint)
 {
-    switch (event->type()) {
-    case QEvent::DragEnter:
-    case QEvent::DragMove:
-    case QEvent::Drop: {
-        auto* drop = static_cast<QDropEvent*>(event);
-        drop->setDropAction(Qt::CopyAction);
-        drop->setAccepted(EditDragOver(drop->mimeData()));
-        if (event->type() == QEvent::Drop && drop->isAccepted())
-            Guarded([&] { EditDragDrop(drop->mimeData()); });
-        return true;
-    }
-    case QEvent::DragLeave:
-        return true;
-    case QEvent::ShortcutOverride:
-    case QEvent::KeyPress:
-        return PasteDatapoint(event) || TPropsDialog::eventFilter(watched, event);
-    default:
-        return TPropsDialog::eventFilter(watched, event);
-    }
-}
-
-bool TScenePropsDialog::EditDragOver(const QMimeData* content) const
-{
-    const int section = GetSection();
-    return section >= 0 && section < FirstSceneSection && TPropertyDragObject::FromMimeData(content);
-}
-
-// A datapoint that was copied in a browser is pasted as it would be dropped.
-bool TScenePropsDialog::PasteDatapoint(const QEvent* event)
-{
-    const QMimeData* content = QGuiApplication::clipboard()->mimeData();
-    const bool pastes = static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Paste) && EditDragOver(content);
-    if (pastes && event->type() == QEvent::KeyPress)
-        Guarded([&] { EditDragDrop(content); });
-    return pastes;
-}
-
-void TScenePropsDialog::EditDragDrop(const QMimeData* content)
-{
-    const auto object = TPropertyDragObject::FromMimeData(content);
-    SetNodeAlias(object->GetValue(QStringLiteral("label")));
-    SetItemName(object->GetValue(QStringLiteral("name")));
-    SetDataType(DroppedType(StrToIntDef(object->GetValue(QStringLiteral("type")), 1)));
+    SetNodeAlias(datapoint.Label);
+    SetItemName(datapoint.Name);
+    SetDataType(datapoint.DataType);
     SetNodeSource(nsEIB);
     MarkChanged();
 }

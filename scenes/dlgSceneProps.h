@@ -11,8 +11,8 @@ class QCheckBox;
 class QComboBox;
 class QFormLayout;
 class QLineEdit;
-class QMimeData;
 class TVlFileDropEdit;
+struct TDroppedDatapoint;
 
 // Edits the values of one node of the configuration tree: a trigger, an action, a scene or a step. One instance serves
 // all frames of the process; the frame that shows a node fills it and takes the values back through the apply event.
@@ -56,16 +56,11 @@ public:
 
     void SetChangePartEvent(TChangePartEvent event) { m_changePartEvent = std::move(event); }
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
-    template <class TField> TField* AddField(const char* name, const char* label, QFormLayout* layout);
     void MakeFields(QFormLayout* layout);
     void ConnectFields();
     void ChangePart();
-    bool EditDragOver(const QMimeData* content) const;
-    void EditDragDrop(const QMimeData* content);
-    bool PasteDatapoint(const QEvent* event);
+    void TakeDropped(const TDroppedDatapoint& datapoint);
 
     QComboBox* m_section = nullptr;
     QLineEdit* m_alias = nullptr;

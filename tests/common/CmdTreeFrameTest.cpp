@@ -42,6 +42,7 @@ protected:
         Steps.append(QStringLiteral("finish"));
         SetProjectListener(Path);
     }
+    bool IsFixed(const TTreeNode*) const override { return false; }
     void ReloadForProject() override
     {
         ++Reloads;

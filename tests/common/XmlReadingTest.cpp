@@ -12,7 +12,8 @@
 namespace
 {
 
-// Notes what arrives: "depth:name" and below it "name=value" for each attribute.
+// Notes what arrives: "depth:name" and below it "name=value" for each attribute. Elements named "skip" are skipped,
+// those named "text" taken as text and noted as such.
 class TNotingVisitor final : public IXmlVisitor
 {
 public:
@@ -21,11 +22,24 @@ public:
         Add(0, name, attributes);
         return SameXmlName(name, ExpectedRoot);
     }
-    void BeginElement(int depth, std::string_view name, const TXmlAttributes& attributes) override
+    TXmlStep BeginElement(std::string_view name, const TXmlAttributes& attributes) override
     {
         if (name == ThrowAt)
             throw std::runtime_error("thrown by the visitor");
-        Add(depth, name, attributes);
+        if (name == "text")
+            return TXmlStep::Text;
+        Add(m_depth, name, attributes);
+        if (name == "skip")
+            return TXmlStep::Skip;
+        ++m_depth;
+        return TXmlStep::Enter;
+    }
+    void EndElement() override { --m_depth; }
+    void TakeText(const QString& text) override
+    {
+        if (text.contains(QStringLiteral("throw")))
+            throw std::runtime_error("thrown by the visitor");
+        Seen.append(QString::number(m_depth) + text);
     }
 
     std::string_view ExpectedRoot = "root";
@@ -40,6 +54,8 @@ private:
             line += QStringLiteral(" %1=%2").arg(XmlText(attribute.Name), XmlText(attribute.Value));
         Seen.append(line);
     }
+
+    int m_depth = 1;
 };
 
 class XmlReading : public testing::Test
@@ -48,7 +64,7 @@ protected:
     bool Read(const QByteArray& document)
     {
         WriteAll(m_path, document);
-        m_visitor.Seen.clear();
+        m_visitor = TNotingVisitor();
         return ReadXmlFile(m_path, m_visitor);
     }
     QString LastSeen() const { return m_visitor.Seen.isEmpty() ? QString() : m_visitor.Seen.last(); }
@@ -208,4 +224,69 @@ TEST_F(XmlReading, ReadsAnAttributeOfTenMegabytes)
     constexpr int Size = 10 * 1024 * 1024;
     EXPECT_TRUE(Read("<root a='" + QByteArray(Size, 'x') + "'/>"));
     EXPECT_EQ(LastSeen().size(), Size + QStringLiteral("0:root a=").size());
+}
+
+TEST_F(XmlReading, SkipsAnElementWithAllInside)
+{
+    EXPECT_TRUE(Read("<root><skip><one/><text/><throw/></skip><two/></root>"));
+    EXPECT_EQ(m_visitor.Seen,
+              QStringList({QStringLiteral("0:root"), QStringLiteral("1:skip"), QStringLiteral("1:two")}));
+}
+
+TEST_F(XmlReading, GivesAnElementAsText)
+{
+    EXPECT_TRUE(Read("<root><one><text b = '1'\n a=\"2\"></text></one><text/></root>"));
+    EXPECT_EQ(m_visitor.Seen, QStringList({QStringLiteral("0:root"), QStringLiteral("1:one"),
+                                           QStringLiteral("2<text b=\"1\" a=\"2\"/>"), QStringLiteral("1<text/>")}));
+}
+
+TEST_F(XmlReading, GivesTextWithAllInside)
+{
+    EXPECT_TRUE(Read("<root><text> x<a><!-- c --><text/></a><![CDATA[<]]><?pi y?>&lt;</text></root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("1<text> x<a><!-- c --><text/></a><![CDATA[<]]><?pi y?>&lt;</text>"));
+}
+
+TEST_F(XmlReading, EscapesInTextWhatTheParserEscapes)
+{
+    EXPECT_TRUE(Read("<root><text a='&quot;&amp;&lt;&apos;&#10;'/></root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("1<text a=\"&quot;&amp;&lt;'&#10;\"/>"));
+}
+
+TEST_F(XmlReading, GivesTextInTheCodePage)
+{
+    EXPECT_TRUE(Read("<?xml version='1.0' encoding='ISO-8859-1'?><root><text a='K\xFC\x80'/></root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("1<text a=\"Kü€\"/>"));
+}
+
+TEST_F(XmlReading, ReferencesCharactersInTextWhenNoEncodingIsDeclared)
+{
+    EXPECT_TRUE(Read("<root><text a='K\xC3\xBC'/></root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("1<text a=\"K&#xFC;\"/>"));
+}
+
+TEST_F(XmlReading, KeepsIdentifiersAndNamespacesInText)
+{
+    EXPECT_TRUE(Read("<root><text xml:id='a' xmlns:p='urn:x' p:b='1'/><text xml:id='a'/></root>"));
+    EXPECT_EQ(m_visitor.Seen, QStringList({QStringLiteral("0:root"),
+                                           QStringLiteral("1<text xmlns:p=\"urn:x\" xml:id=\"a\" p:b=\"1\"/>"),
+                                           QStringLiteral("1<text xml:id=\"a\"/>")}));
+}
+
+TEST_F(XmlReading, IsFalseWhenTextIsCutShort)
+{
+    EXPECT_FALSE(Read("<root><text a='1'><b>"));
+    EXPECT_FALSE(Read("<root><text a='1'>x"));
+    EXPECT_FALSE(Read("<root><text a='1'/>"));
+}
+
+TEST_F(XmlReading, ThrowsOnWhatTheVisitorThrewAtAText)
+{
+    WriteAll(m_path, "<root><text>throw</text><one/></root>");
+    EXPECT_THROW(ReadXmlFile(m_path, m_visitor), std::runtime_error);
+    EXPECT_EQ(LastSeen(), QStringLiteral("0:root"));
+}
+
+TEST_F(XmlReading, RefusesAnEntityInsideAText)
+{
+    EXPECT_FALSE(Read("<!DOCTYPE root [<!ENTITY x 'y'>]><root><text>&x;</text></root>"));
 }

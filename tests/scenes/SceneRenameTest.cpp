@@ -174,15 +174,14 @@ TEST_F(SceneCaptions, OfNoFileCountTheNodes)
 
 TEST_F(SceneCaptions, ThatMakeNoTreeAreRefusedWithTheLine)
 {
-    const auto error = [](int line) {
-        return "\"/captions.txt\", Zeile " + std::to_string(line) +
-               ": Die Einrückung ergibt keinen Baum mit zwei festen Zweigen.";
+    const auto error = [](int line, const char* expected = "Baum") {
+        return "\"/captions.txt\", Zeile " + std::to_string(line) + ": Die Einrückung ergibt keinen " + expected + ".";
     };
     EXPECT_EQ(ErrorOf(""), error(1));
     EXPECT_EQ(ErrorOf("\tA\n"), error(1));
     EXPECT_EQ(ErrorOf("A\n\tB\nC\n"), error(3));
     EXPECT_EQ(ErrorOf("A\n\t\tB\n"), error(2));
-    EXPECT_EQ(ErrorOf("A\n\tB\n"), error(2));
+    EXPECT_EQ(ErrorOf("A\n\tB\n"), error(2, "Baum mit zwei festen Zweigen"));
     EXPECT_EQ(m_frame.Top(), nullptr);
 }
 

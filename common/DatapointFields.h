@@ -1,0 +1,70 @@
+#pragma once
+
+#include "FoldersCommon.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+class QComboBox;
+class QLineEdit;
+class QMimeData;
+
+// The fields that the properties dialogs of datapoints are made of.
+
+// Puts a labelled field into a form. The label without its blanks is its accessible name.
+template <class TField> TField* AddField(QFormLayout* layout, QWidget* dialog, const char* name, const char* label)
+{
+    constexpr int MinimumFieldWidth = 260;
+    auto* field = new TField(dialog);
+    field->setObjectName(QString::fromLatin1(name));
+    field->setMinimumWidth(MinimumFieldWidth);
+    const QString text = QString::fromUtf8(label);
+    auto* caption = new QLabel(text, dialog);
+    caption->setBuddy(field);
+    field->setAccessibleName(text.trimmed());
+    layout->addRow(caption, field);
+    return field;
+}
+
+// The entries of " Typ" and " Quelle", in the order of TDataTypeMap and TNodeSource.
+void FillDataTypes(QComboBox* box);
+void FillSources(QComboBox* box);
+
+// Selects an entry without telling anybody: only what the user chooses is a change.
+void SelectEntry(QComboBox* box, int index);
+
+// Replaces the sections and keeps the position as far as there are as many. Tells nobody.
+void ReplaceSections(QComboBox* box, const QStringList& sections);
+
+// A datapoint that arrived from another pane.
+struct TDroppedDatapoint
+{
+    QString Name;
+    QString Label;
+    TDataTypeMap DataType = dtmEIS1;
+};
+
+// Lets datapoints be dropped on edit fields, or pasted there after they were copied in a browser. Belongs to the
+// dialog.
+class TDatapointDrop final : public QObject
+{
+public:
+    // `accepts` says whether a datapoint would be taken now; `take` gets it.
+    TDatapointDrop(QWidget* dialog, std::function<bool()> accepts, std::function<void(const TDroppedDatapoint&)> take);
+
+    void Watch(QLineEdit* edit);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool Accepts(const QMimeData* content) const;
+    void Take(const QMimeData* content) const;
+    bool Paste(const QEvent* event) const;
+
+    std::function<bool()> m_accepts;
+    std::function<void(const TDroppedDatapoint&)> m_take;
+};
