@@ -32,8 +32,9 @@ void TCmdTreeFrame::RequestData(const QVariant&, QVariant& out)
 void TCmdTreeFrame::ExecuteCmd(const char* command, bool& handled)
 {
     handled = true;
-    BeginCommand();
-    WalkCommandItems(TURLName(CommandText(command)), [this](const QString& key, const QString& value) {
+    const QString text = CommandText(command);
+    BeginCommand(text);
+    WalkCommandItems(TURLName(text), [this](const QString& key, const QString& value) {
         if (SameText(key, u"color"))
             ApplyColor(this, QPalette::Text, StrToColorDef(value, DefaultColor));
         else if (SameText(key, u"bgcolor"))

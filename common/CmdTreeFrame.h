@@ -42,7 +42,7 @@ public:
 protected:
     // The steps of a command, in their order: before it is parsed, for each of its items (the colours are applied
     // before and do not arrive here), and at its end. The end is not reached when a step fails.
-    virtual void BeginCommand() = 0;
+    virtual void BeginCommand(const QString& command) = 0;
     virtual void ApplyCommandItem(const QString& key, const QString& value) = 0;
     virtual void FinishCommand() = 0;
 

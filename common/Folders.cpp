@@ -1,6 +1,7 @@
 #include "Folders.h"
 
 #include "IScenesTree.h"
+#include "IScheduleTree.h"
 #include "UnitList.h"
 #include "XmlReading.h"
 
@@ -14,6 +15,7 @@ TUnitList& Units()
         {.Name = "FoldersRc"},
         {.Name = "FoldersCommon", .Initialize = InitializeXml, .Finalize = FinalizeXml},
         {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},
+        {.Name = "IScheduleTree", .Initialize = InitializeScheduleUnit, .Finalize = FinalizeScheduleUnit},
     });
     return units;
 }

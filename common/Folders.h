@@ -3,8 +3,14 @@
 #include "Vlinterfaces.h"
 #include "Vlpackages.h"
 
+#include <QList>
 #include <QObject>
+#include <QString>
+#include <QTime>
 #include <QVariant>
+
+#include <array>
+#include <functional>
 
 // The contract between the package `folders` and its host: the command target that every component is, the names by
 // which components are created, and the entry points of the package.
@@ -33,6 +39,43 @@ protected:
 };
 
 Q_DECLARE_INTERFACE(ICmdTarget, "Velmora.ICmdTarget/1")
+
+// {0F6B1C52-7E3D-4A98-B4C1-92D57A30E6F4}
+inline constexpr TGuid IID_IWeekSchedule{0x0F6B1C52, 0x7E3D, 0x4A98, {0xB4, 0xC1, 0x92, 0xD5, 0x7A, 0x30, 0xE6, 0xF4}};
+
+// One switching entry of a weekly schedule, as it is shown.
+struct TWeekEntry
+{
+    static constexpr int DayCount = 7;
+
+    QString Datapoint;                 // the display name of the datapoint that is switched
+    QString Value;                     // what is sent to it, free text
+    QTime Time;                        // of the day
+    std::array<bool, DayCount> Days{}; // from Monday on
+    bool Active = false;               // the entry and its datapoint are enabled
+    bool PostProcess = false;
+};
+
+// A schedule editor's week, for whoever shows it: the entries of the datapoint or group that is selected there. Nothing
+// in it changes the schedule. From a component: QueryInterface(IID_IWeekSchedule).
+class IWeekSchedule : public IInterface
+{
+public:
+    // The caption of that datapoint or group; empty while neither is selected.
+    virtual QString WeekTitle() const = 0;
+    // In the order of the tree. A text that is no entry is left out.
+    virtual QList<TWeekEntry> WeekEntries() const = 0;
+    // The entry that is selected in the tree, as an index into WeekEntries; -1 for none.
+    virtual int SelectedWeekEntry() const = 0;
+    // Selects an entry in the tree. Nothing happens for an index that leads nowhere.
+    virtual void SelectWeekEntry(int index) = 0;
+    // Calls `changed` from the event loop after every edit, load and selection, once for many, as long as `receiver`
+    // and the component live.
+    virtual void AddWeekListener(QObject* receiver, std::function<void()> changed) = 0;
+
+protected:
+    ~IWeekSchedule() = default;
+};
 
 inline constexpr auto ProgIdMenuTree = "Velmora.MenuTree.1";
 inline constexpr auto ProgIdConfigTree = "Velmora.ConfigTree.1";

@@ -44,6 +44,21 @@ void DrawTrigger(QPainter& painter)
     painter.drawPolygon(QPolygonF({{9.5, 1.5}, {3, 9}, {7.5, 9}, {6, 14.5}, {13, 6.5}, {8.5, 6.5}}));
 }
 
+void DrawDatapoint(QPainter& painter)
+{
+    painter.setBrush(QColor(0x4A, 0x86, 0xC5));
+    painter.drawRoundedRect(QRectF(2.5, 4, 11, 8), 2, 2);
+    painter.setBrush(QColor(0xFA, 0xFA, 0xFA));
+    painter.drawEllipse(QRectF(8, 5.5, 5, 5));
+}
+
+void DrawClock(QPainter& painter)
+{
+    painter.setBrush(QColor(0xFA, 0xFA, 0xFA));
+    painter.drawEllipse(QRectF(1.75, 1.75, 12.5, 12.5));
+    painter.drawPolyline(QPolygonF({{8, 4}, {8, 8}, {11, 9.75}}));
+}
+
 class TTreeImageEngine final : public QIconEngine
 {
 public:
@@ -80,6 +95,7 @@ private:
 
 QIcon TreeImage(TTreeImage image)
 {
-    constexpr std::array Drawings{DrawDocument, DrawScene, DrawFolder, DrawAction, DrawTrigger};
+    constexpr std::array Drawings{DrawDocument, DrawScene,     DrawFolder, DrawAction,
+                                  DrawTrigger,  DrawDatapoint, DrawClock};
     return QIcon(new TTreeImageEngine(Drawings[image]));
 }

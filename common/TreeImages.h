@@ -11,6 +11,8 @@ enum TTreeImage : quint8
     tiFolder,
     tiAction,
     tiTrigger,
+    tiDatapoint,
+    tiClock,
 };
 
 QIcon TreeImage(TTreeImage image);

@@ -5,6 +5,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QHash>
+#include <QHoverEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -133,6 +134,35 @@ void TDragScrollTree::SelectNode(TTreeNode* node)
         clearSelection();
 }
 
+void TDragScrollTree::SetHotTracking(bool hotTracking)
+{
+    m_hotTracking = hotTracking;
+    viewport()->setAttribute(Qt::WA_Hover, true);
+    if (!hotTracking)
+        SetHotNode(nullptr);
+}
+
+void TDragScrollTree::SetHotNode(TTreeNode* node)
+{
+    TTreeNode* before = m_hotNode.Get();
+    if (node == before)
+        return;
+    m_hotNode.Set(node);
+    for (TTreeNode* changed : {before, node}) {
+        if (changed)
+            update(indexFromItem(changed));
+    }
+}
+
+bool TDragScrollTree::viewportEvent(QEvent* event)
+{
+    if (m_hotTracking && (event->type() == QEvent::HoverMove || event->type() == QEvent::HoverEnter))
+        SetHotNode(NodeAt(static_cast<QHoverEvent*>(event)->position().toPoint()));
+    else if (event->type() == QEvent::HoverLeave)
+        SetHotNode(nullptr);
+    return QTreeWidget::viewportEvent(event);
+}
+
 void TDragScrollTree::SetEditable(bool editable)
 {
     m_editable = editable;
@@ -151,14 +181,22 @@ void TDragScrollTree::ReplaceContent(std::unique_ptr<TTreeNode> top)
     clear();
     if (top)
         addTopLevelItem(top.release());
+    Guarded([this] { HandleChange(); });
+}
+
+void TDragScrollTree::NoteChange()
+{
+    SetModified(true);
+    Guarded([this] { HandleChange(); });
 }
 
 TTreeNode* TDragScrollTree::InsertBranch(std::unique_ptr<TTreeNode> branch, TTreeNode* node, TNodeAttachMode mode)
 {
     if (!branch || !branch->MoveTo(node, mode))
         return nullptr;
-    SetModified(true);
-    return branch.release();
+    TTreeNode* inserted = branch.release();
+    NoteChange();
+    return inserted;
 }
 
 void TDragScrollTree::InsertBranches(std::vector<std::unique_ptr<TTreeNode>> branches, TTreeNode* parent, int index)
@@ -173,7 +211,7 @@ void TDragScrollTree::InsertBranches(std::vector<std::unique_ptr<TTreeNode>> bra
         items.append(branch.release());
     }
     parent->insertChildren(index, items);
-    SetModified(true);
+    NoteChange();
 }
 
 void TDragScrollTree::RemoveBranches(const QList<TTreeNode*>& nodes)
@@ -194,7 +232,7 @@ void TDragScrollTree::RemoveBranches(const QList<TTreeNode*>& nodes)
         std::sort(place->begin(), place->end(), std::greater<>());
         RemoveChildren(place.key(), *place);
     }
-    SetModified(true);
+    NoteChange();
 }
 
 // `indexes` from the last to the first. Neighbours go together, one change of the model for each run. As each change
@@ -270,7 +308,7 @@ bool TDragScrollTree::MoveBranch(TTreeNode* branch, TTreeNode* node, TNodeAttach
     if (current && current->IsWithin(branch))
         setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
     if (branch->Parent() != parent || branch->Index() != index)
-        SetModified(true);
+        NoteChange();
     return true;
 }
 
@@ -279,7 +317,7 @@ bool TDragScrollTree::ChangeRecord(TTreeNode* node, const std::function<bool()>&
     Q_ASSERT(node);
     if (!node || !change())
         return false;
-    SetModified(true);
+    NoteChange();
     return true;
 }
 
@@ -311,6 +349,8 @@ bool TDragScrollTree::CanEdit(const TTreeNode*) const
 void TDragScrollTree::HandleSelectionChange() {}
 
 void TDragScrollTree::HandleEditable(bool) {}
+
+void TDragScrollTree::HandleChange() {}
 
 void TDragScrollTree::HandleDeletion(TTreeNode*) {}
 

@@ -39,6 +39,11 @@ public:
     // Selects and focuses this node alone; null clears the selection.
     void SelectNode(TTreeNode* node);
 
+    // The node under the mouse is underlined, as a link is.
+    void SetHotTracking(bool hotTracking);
+    bool GetHotTracking() const { return m_hotTracking; }
+    bool IsHot(const TTreeNode* node) const { return m_hotNode.Get() == node; }
+
     // Editable: nodes are edited in place. The editors hook more to it in HandleEditable.
     void SetEditable(bool editable);
     bool GetEditable() const { return m_editable; }
@@ -80,6 +85,8 @@ protected:
     virtual bool CanEdit(const TTreeNode* node) const;
     virtual void HandleSelectionChange();
     virtual void HandleEditable(bool editable);
+    // One of the four operations has changed something, or the whole content was exchanged.
+    virtual void HandleChange();
     // About to be deleted, the node and all below it; not called when the whole content is exchanged.
     virtual void HandleDeletion(TTreeNode* node);
 
@@ -101,6 +108,7 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
@@ -114,6 +122,8 @@ private:
         Spent,     // a drag was refused or has run
     };
 
+    void NoteChange();
+    void SetHotNode(TTreeNode* node);
     void RemoveChildren(TTreeNode* parent, const QList<int>& indexes);
     void RemoveByRebuilding(TTreeNode* parent, const QList<int>& indexes);
     void RunDrag();
@@ -122,12 +132,14 @@ private:
 
     QList<QIcon> m_images;
     QPoint m_pressedAt;
+    TNodeRef m_hotNode; // under the mouse, while that is tracked
     TNodeRef m_pressedNode;
     quint32 m_lastSerial = 0;
     TPress m_press = TPress::Beside;
     QBasicTimer m_scrollTimer; // runs while something is dragged near the upper or the lower edge
     int m_scrollStep = 0;
     bool m_editable = false;
+    bool m_hotTracking = false;
 };
 
 // Suspends repainting of a widget while it lives.

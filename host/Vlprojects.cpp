@@ -81,7 +81,9 @@ TProject TProject::Create(const QString& directory, const QString& name)
     const QString file = ProjectFileIn(root);
     if (FileExists(file))
         throw TUserError(QStringLiteral("In \"%1\" gibt es bereits ein Projekt.").arg(root));
-    ForceDirectories(JoinFilePath(root, {QStringLiteral("_config"), QStringLiteral("data"), QStringLiteral("scenes")}));
+    for (const char* folder : {"scenes", "schedule"})
+        ForceDirectories(
+            JoinFilePath(root, {QStringLiteral("_config"), QStringLiteral("data"), QString::fromLatin1(folder)}));
     ForceDirectories(JoinFilePath(root, {QStringLiteral("_menu")}));
     const QJsonObject content{{FormatKey(), FileFormat}, {NameKey(), name.trimmed()}};
     WriteFile(file, QJsonDocument(content).toJson());

@@ -3,6 +3,7 @@
 #include "Vldragscrolltree.h"
 
 #include <QBrush>
+#include <QFont>
 #include <QIcon>
 
 #include <utility>
@@ -193,6 +194,14 @@ QVariant TTreeNode::data(int column, int role) const
     case Qt::DecorationRole: {
         const TDragScrollTree* tree = Tree();
         return tree ? QVariant(tree->Image(m_imageIndex)) : QVariant();
+    }
+    case Qt::FontRole: {
+        const TDragScrollTree* tree = Tree();
+        if (!tree || !tree->IsHot(this))
+            return QTreeWidgetItem::data(column, role);
+        QFont font = tree->font();
+        font.setUnderline(true);
+        return font;
     }
     case Qt::ForegroundRole: {
         const TDragScrollTree* tree = Tree();

@@ -126,7 +126,7 @@ void TConfigTreeFrame::MenuAction_Export()
     SaveScenes(m_scenesFile);
 }
 
-void TConfigTreeFrame::BeginCommand()
+void TConfigTreeFrame::BeginCommand(const QString&)
 {
     m_scenesFile = ExpandPath(m_scenesPath);
 }

@@ -70,7 +70,7 @@ public:
     void CommitEdits() override;
 
 protected:
-    void BeginCommand() override;
+    void BeginCommand(const QString& command) override;
     void ApplyCommandItem(const QString& key, const QString& value) override;
     void FinishCommand() override;
     void ReloadForProject() override;

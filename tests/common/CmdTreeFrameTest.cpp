@@ -30,7 +30,7 @@ public:
     static QString Expand(const char* path) { return ExpandPath(QString::fromLatin1(path)); }
 
 protected:
-    void BeginCommand() override { Steps.append(QStringLiteral("begin")); }
+    void BeginCommand(const QString&) override { Steps.append(QStringLiteral("begin")); }
     void ApplyCommandItem(const QString& key, const QString& value) override
     {
         if (Fails)

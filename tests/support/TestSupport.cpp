@@ -64,6 +64,11 @@ QString TTemporaryProject::Scenes(const QString& file) const
     return Path(QStringLiteral("_config/data/scenes/") + file);
 }
 
+QString TTemporaryProject::Schedule() const
+{
+    return Path(QStringLiteral("_config/data/schedule/schedule.xml"));
+}
+
 void TTemporaryProject::Write(const QString& relative, const QByteArray& content) const
 {
     WriteAll(Path(relative), content);

@@ -38,7 +38,7 @@ private:
 };
 
 // A project in a temporary directory, open in the user manager while it lives (which it also holds meanwhile). The
-// project has the folder for scenes, and nothing in it. KOLT_HOME is unset unless a test sets it; it is unset again at
+// project has the folders for scenes and for the schedule, and nothing in them. KOLT_HOME is unset unless a test sets it; it is unset again at
 // the end.
 class TTemporaryProject
 {
@@ -50,6 +50,8 @@ public:
     QString Root() const;
     QString Path(const QString& relative) const;
     QString Scenes(const QString& file = {}) const;
+    // The weekly schedule's document; its folder exists.
+    QString Schedule() const;
 
     void Write(const QString& relative, const QByteArray& content) const;
     QByteArray Read(const QString& relative) const;
