@@ -1,7 +1,7 @@
 #include "FoldersRc.h"
 #include "IScenesTree.h"
 #include "Measures.h"
-#include "Vlmessages.h"
+#include "SayYes.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -15,22 +15,6 @@ constexpr int Few = 1'000;
 constexpr int Many = 10'000;
 constexpr double LimitSeconds = 1.5;
 constexpr double LimitGrowth = 12.0;
-
-// Says Yes to every question and keeps everything else to itself.
-class TYes final : public IMessageHandler
-{
-public:
-    TYes() : m_previous(SetMessageHandler(this)) {}
-    ~TYes() override { SetMessageHandler(m_previous); }
-
-    void ShowInformation(const QString&) override {}
-    void ShowError(const QString&) override {}
-    bool Confirm(const QString&) override { return true; }
-    void Note(const QObject*, const QString&) override {}
-
-private:
-    IMessageHandler* m_previous;
-};
 
 // A shown tree with one action, and two scenes of which the first has `steps` steps bound to that action.
 class TEditedTree
@@ -62,7 +46,7 @@ public:
             QItemSelectionModel::ClearAndSelect);
     }
 
-    TYes Yes;
+    TSayYes Yes;
     TConfigTreeFrame Frame;
     TSceneNode* Action = nullptr;
     TSceneNode* First = nullptr;

@@ -20,6 +20,10 @@ namespace
 // How the parser lays out one attribute: local name, prefix, URI, begin and end of the value.
 constexpr int FieldsPerAttribute = 5;
 
+// How deep the elements below the root that are entered may nest: the parser's own default limit for documents, which
+// spares visitors and trees what no editor ever made.
+constexpr int MaxDepth = 256;
+
 std::string_view ToView(const xmlChar* text)
 {
     return reinterpret_cast<const char*>(text);
@@ -116,6 +120,8 @@ void BeginElement(void* data, const xmlChar* local, const xmlChar* prefix, const
         });
     }
     if (reading.Inside == 0 && step == TXmlStep::Enter) {
+        if (reading.Depth > MaxDepth)
+            reading.Refuse();
         ++reading.Depth;
         return;
     }

@@ -74,7 +74,9 @@ QString XmlText(std::string_view value);
 
 // Reads a document into `visitor` and returns true when it is well formed to its end and its root was not refused.
 // Otherwise what the visitor received must be thrown away. Never loads anything else, from disk or network: a document
-// that refers to entities of its own is refused. Sizes and depths are not limited. Never throws for bad input.
+// that refers to entities of its own is refused, and so is one in which elements that are entered nest more than 256
+// deep below the root. Nothing else is limited: neither sizes, nor how deep skipped elements and those taken as text
+// nest. Never throws for bad input.
 bool ReadXmlFile(const QString& path, IXmlVisitor& visitor);
 
 // Sets libxml2 up and cleans it up again; called once for the package, because the library's state belongs to the

@@ -27,14 +27,15 @@ struct TKey
     bool Required;
 };
 
-const std::array<TKey, 5>& Keys()
+const std::array<TKey, 6>& Keys()
 {
-    static const std::array<TKey, 5> keys{
+    static const std::array<TKey, 6> keys{
         TKey{.Name = QStringLiteral("id"), .Field = &TPaneSetup::Id, .Required = true},
         TKey{.Name = QStringLiteral("title"), .Field = &TPaneSetup::Title, .Required = true},
         TKey{.Name = QStringLiteral("class"), .Field = &TPaneSetup::Class, .Required = true},
         TKey{.Name = QStringLiteral("command"), .Field = &TPaneSetup::Command, .Required = false},
         TKey{.Name = QStringLiteral("side"), .Field = &TPaneSetup::Side, .Required = false},
+        TKey{.Name = QStringLiteral("onProject"), .Field = &TPaneSetup::OnProject, .Required = false},
     };
     return keys;
 }
@@ -66,6 +67,12 @@ void RefuseUnknownKeys(const QJsonObject& object)
     }
 }
 
+void RefuseOtherThan(const QString& name, const QString& value, const QString& allowed)
+{
+    if (!value.isEmpty() && value != allowed)
+        Refuse(QStringLiteral("\"%1\" kennt nur \"%2\"").arg(name, allowed));
+}
+
 TPaneSetup ReadPane(const QJsonValue& value)
 {
     if (!value.isObject())
@@ -78,8 +85,8 @@ TPaneSetup ReadPane(const QJsonValue& value)
     // Batch mode writes PANE=TEXT.
     if (setup.Id.contains(u'=') || setup.Id == MessagePaneId())
         Refuse(QStringLiteral("der Name \"%1\" ist nicht erlaubt").arg(setup.Id));
-    if (!setup.Side.isEmpty() && setup.Side != QStringLiteral("right"))
-        Refuse(QStringLiteral("\"side\" kennt nur \"right\""));
+    RefuseOtherThan(QStringLiteral("side"), setup.Side, QStringLiteral("right"));
+    RefuseOtherThan(QStringLiteral("onProject"), setup.OnProject, QStringLiteral("command"));
     return setup;
 }
 

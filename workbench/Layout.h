@@ -14,6 +14,9 @@ struct TPaneSetup
     QString Class;     // a ProgID or a class name
     QString Command;   // the command text of the component; empty for none
     QString Side = {}; // "right" for a pane that stands beside the others; empty for the rest
+    // "command" for a component that gets its command again when another project is open; empty for one that follows
+    // the project by itself
+    QString OnProject = {};
 
     bool operator==(const TPaneSetup&) const = default;
 };

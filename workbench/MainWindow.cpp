@@ -2,6 +2,7 @@
 
 #include "MessagePane.h"
 #include "ModifiedGuard.h"
+#include "NewProject.h"
 #include "Pane.h"
 #include "Vlerrors.h"
 #include "Vlmessages.h"
@@ -77,6 +78,7 @@ void TMainWindow::LoadProject(const QString& directory)
     if (layout != m_panes.Layout())
         ShowLayout({});
     Guarded([&] { UserManager()->OpenProject(project.GetRootDirectory()); });
+    m_panes.HandleOtherProject();
     ShowLayout(layout);
 }
 
@@ -92,7 +94,9 @@ void TMainWindow::UnloadProject()
 bool TMainWindow::CreateProject(const QString& directory, const QString& name)
 {
     return MayLoseChanges() && Attempt([&] {
-               LoadProject(TProject::Create(directory, name).GetRootDirectory());
+               const TProject project = TProject::Create(directory, name);
+               Guarded([&] { AddEmptyDocuments(project); });
+               LoadProject(project.GetRootDirectory());
                m_recent.Add(UserManager()->GetActiveProject()->GetRootDirectory());
            });
 }

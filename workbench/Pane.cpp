@@ -68,12 +68,24 @@ void TPane::Load()
         m_component->setAccessibleName(m_setup.Title);
     m_component->installEventFilter(this);
     setWidget(m_component);
+    Q_EMIT ComponentMade();
+    SendCommand();
+    UpdateTitle();
+    Q_EMIT ComponentChanged();
+}
+
+void TPane::SendCommand()
+{
     Guarded([this] {
         if (!m_setup.Command.isEmpty())
             Execute(m_setup.Command);
     });
-    UpdateTitle();
-    Q_EMIT ComponentChanged();
+}
+
+void TPane::HandleOtherProject()
+{
+    if (m_component && !m_setup.OnProject.isEmpty())
+        SendCommand();
 }
 
 void TPane::ShowMissingClass()

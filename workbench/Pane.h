@@ -37,6 +37,9 @@ public:
     // text.
     void Execute(const QString& command);
 
+    // After another project was opened: sends the layout's command again where the layout asks for it.
+    void HandleOtherProject();
+
     // The component's actions in its own order, separators included. A component with a slot UpdateActions() is asked
     // to bring their state up to date first.
     QList<QAction*> Actions() const;
@@ -52,6 +55,8 @@ public:
     void FocusContent();
 
 Q_SIGNALS:
+    // The component has been made and has not been sent anything yet.
+    void ComponentMade();
     // The pane is about to be closed. Whoever objects clears `allowed`.
     void Closing(TPane* pane, bool& allowed);
     void ComponentChanged();
@@ -63,6 +68,7 @@ protected:
 private:
     void HandleVisibility(bool visible);
     void Unload();
+    void SendCommand();
     void ShowMissingClass();
     void UpdateTitle();
     QAction* FindAction(const QString& name) const;

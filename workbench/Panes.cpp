@@ -35,7 +35,9 @@ void TPanes::AddPane(const TPaneSetup& setup)
 {
     auto* pane = new TPane(setup, m_clients, &m_window);
     connect(pane, &TPane::Closing, this, &TPanes::Closing);
+    connect(pane, &TPane::ComponentMade, this, &TPanes::TellClients);
     connect(pane, &TPane::ComponentChanged, this, [this, pane] {
+        TellClients();
         if (pane == m_active)
             Q_EMIT ActiveChanged();
     });
@@ -82,6 +84,26 @@ void TPanes::LoadAll()
 {
     for (TPane* pane : std::as_const(m_panes))
         pane->Load();
+}
+
+void TPanes::HandleOtherProject()
+{
+    for (TPane* pane : std::as_const(m_panes))
+        pane->HandleOtherProject();
+}
+
+QWidget* TPanes::ComponentOf(const QString& id) const
+{
+    const TPane* pane = Find(id);
+    return pane ? pane->Component() : nullptr;
+}
+
+void TPanes::TellClients() const
+{
+    for (const TPane* pane : m_panes) {
+        if (auto* client = qobject_cast<IPaneClient*>(pane->Component()))
+            client->FollowPanes(*this);
+    }
 }
 
 QList<TPane*> TPanes::Modified() const

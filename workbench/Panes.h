@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Layout.h"
+#include "PaneClient.h"
 
 #include <QObject>
 
@@ -11,7 +12,7 @@ class TPane;
 
 // The panes of a main window, as its layout asks for them, and which of them is the active one: the one that had the
 // keyboard last. Belongs to the window and takes the panes with it.
-class TPanes final : public QObject
+class TPanes final : public QObject, public IPaneComponents
 {
     Q_OBJECT
 
@@ -31,6 +32,10 @@ public:
 
     const QList<TPane*>& All() const { return m_panes; }
     QList<TPane*> Modified() const;
+    // After another project was opened while the panes stayed.
+    void HandleOtherProject();
+    QWidget* ComponentOf(const QString& id) const override;
+
     // Null when there is none.
     TPane* Find(const QString& id) const;
     TPane* PaneOf(const QObject* object) const;
@@ -44,6 +49,7 @@ Q_SIGNALS:
 
 private:
     void AddPane(const TPaneSetup& setup);
+    void TellClients() const;
     void SetActive(TPane* pane);
     void HandleFocus(QWidget* old, QWidget* now);
 

@@ -58,6 +58,12 @@ private:
     int m_depth = 1;
 };
 
+// Elements inside each other, with `content` in the innermost.
+QByteArray Nested(int levels, const QByteArray& content = {})
+{
+    return QByteArray("<a>").repeated(levels) + content + QByteArray("</a>").repeated(levels);
+}
+
 class XmlReading : public testing::Test
 {
 protected:
@@ -212,11 +218,39 @@ TEST_F(XmlReading, RefusesADocumentThatUsesEntitiesOfItsOwn)
     EXPECT_FALSE(Read("<!DOCTYPE root [<!ENTITY x '<one/>'>]><root>&x;</root>"));
 }
 
-TEST_F(XmlReading, ReadsAThousandLevels)
+TEST_F(XmlReading, EntersElementsDownToTheTwoHundredAndFiftySixthLevel)
 {
-    EXPECT_TRUE(Read("<root>" + QByteArray("<a>").repeated(1000) + QByteArray("</a>").repeated(1000) + "</root>"));
-    EXPECT_EQ(m_visitor.Seen.size(), 1001);
-    EXPECT_EQ(LastSeen(), QStringLiteral("1000:a"));
+    EXPECT_TRUE(Read("<root>" + Nested(256) + "</root>"));
+    EXPECT_EQ(m_visitor.Seen.size(), 257);
+    EXPECT_EQ(LastSeen(), QStringLiteral("256:a"));
+}
+
+TEST_F(XmlReading, RefusesADocumentThatNestsDeeper)
+{
+    EXPECT_FALSE(Read("<root>" + Nested(257) + "</root>"));
+    EXPECT_FALSE(Read("<root>" + Nested(100000) + "</root>"));
+    EXPECT_FALSE(Read("<root>" + QByteArray("<a>").repeated(100000)));
+    // Only what is open counts.
+    EXPECT_TRUE(Read("<root>" + Nested(200) + Nested(200) + "</root>"));
+}
+
+TEST_F(XmlReading, DoesNotCountTheLevelsInsideASkippedElement)
+{
+    EXPECT_TRUE(Read("<root><skip>" + Nested(1000) + "</skip><one/></root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("1:one"));
+}
+
+TEST_F(XmlReading, DoesNotCountTheLevelsInsideAText)
+{
+    EXPECT_TRUE(Read("<root><text>" + Nested(1000, "x") + "</text></root>"));
+    EXPECT_EQ(LastSeen(),
+              QStringLiteral("1<text>") + QString::fromLatin1(Nested(1000, "x")) + QStringLiteral("</text>"));
+}
+
+TEST_F(XmlReading, SkipsAndTakesTextOnTheLowestLevelToo)
+{
+    EXPECT_TRUE(Read("<root>" + Nested(256, "<skip/><text>x</text>") + "</root>"));
+    EXPECT_EQ(LastSeen(), QStringLiteral("257<text>x</text>"));
 }
 
 TEST_F(XmlReading, ReadsAnAttributeOfTenMegabytes)
