@@ -6,7 +6,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 readonly WORKBENCH=$ROOT/build/release/workbench/velmora-workbench
 readonly SAMPLE=examples/musterhaus
-readonly SCENES=_config/data/scenes
+readonly DOCUMENTS=(_config/data/scenes _config/data/schedule)
 
 # What a person would do in the window: open, look, export. The export runs on a copy, the sample stays as it is.
 run_batch_sample() {
@@ -17,10 +17,14 @@ run_batch_sample() {
     cp -R "$SAMPLE" examples/home "$copy/"
     "$WORKBENCH" --batch --project "$SAMPLE" --picture build/musterhaus.png
     NORHOME=$copy/home KOLT_HOME=$copy/home \
-        "$WORKBENCH" --batch --project "$copy/musterhaus" --do scenes=MenuAction_Export --answer yes
-    diff -r "$SAMPLE/$SCENES" "$copy/musterhaus/$SCENES" || die "The exported files differ from the sample's."
-    say "Exported $(find "$copy/musterhaus/$SCENES" -name '*.xml' | wc -l) files, all equal to the sample's." \
-        "Picture of the window: build/musterhaus.png"
+        "$WORKBENCH" --batch --project "$copy/musterhaus" \
+        --do scenes=MenuAction_Export --do schedule=MenuAction_Export --answer yes
+    local documents count=0
+    for documents in "${DOCUMENTS[@]}"; do
+        diff -r "$SAMPLE/$documents" "$copy/musterhaus/$documents" || die "The exported files differ from the sample's."
+        count=$((count + $(find "$copy/musterhaus/$documents" -name '*.xml' | wc -l)))
+    done
+    say "Exported $count files, all equal to the sample's. Picture of the window: build/musterhaus.png"
 }
 
 main() {

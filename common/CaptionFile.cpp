@@ -11,7 +11,7 @@ namespace
 int LevelOf(const QString& line)
 {
     int level = 0;
-    while (level < line.size() && line[level] == u'\t')
+    while (level < line.size() && (line[level] == u'\t' || line[level] == u' '))
         ++level;
     return level;
 }

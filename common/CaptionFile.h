@@ -11,7 +11,8 @@ struct TCaptionLine
     QString Caption;
 };
 
-// Reads a text file of captions, one a line, indented by one tab for each level (UTF-8). The first line stands at level
+// Reads a text file of captions, one a line, indented by one tab or blank for each level
+// (UTF-8). The first line stands at level
 // 0, all others below it, none more than one level deeper than the line before. Throws TUserError for a file that
 // cannot be read, and ThrowMalformedCaptions for one that makes no tree.
 std::vector<TCaptionLine> ReadCaptionFile(const QString& fileName);

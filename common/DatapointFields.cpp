@@ -36,6 +36,22 @@ TDataTypeMap DroppedType(int eisNumber)
 
 } // namespace
 
+void DrawLabelsOnGrey(const QFormLayout* layout)
+{
+    const QColor grey(0x5A, 0x5A, 0x5A); // dark enough to read white on
+    for (int row = 0; row < layout->rowCount(); ++row) {
+        QLayoutItem* item = layout->itemAt(row, QFormLayout::LabelRole);
+        QWidget* label = item ? item->widget() : nullptr;
+        if (!label)
+            continue;
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::Window, grey);
+        palette.setColor(QPalette::WindowText, Qt::white);
+        label->setPalette(palette);
+        label->setAutoFillBackground(true);
+    }
+}
+
 void FillDataTypes(QComboBox* box)
 {
     box->addItems({QStringLiteral("BINÄR"), QStringLiteral("1BYTE[%]"), QStringLiteral("1BYTE"),

@@ -2,15 +2,18 @@
 
 #include "FoldersCommon.h"
 
+#include <QAbstractButton>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QObject>
 #include <QStringList>
 
 #include <functional>
+#include <limits>
+#include <type_traits>
 
 class QComboBox;
-class QLineEdit;
 class QMimeData;
 
 // The fields that the properties dialogs of datapoints are made of.
@@ -21,7 +24,14 @@ template <class TField> TField* AddField(QFormLayout* layout, QWidget* dialog, c
     constexpr int MinimumFieldWidth = 260;
     auto* field = new TField(dialog);
     field->setObjectName(QString::fromLatin1(name));
-    field->setMinimumWidth(MinimumFieldWidth);
+    // A box without a text is no wider than what can be clicked.
+    if constexpr (std::is_base_of_v<QAbstractButton, TField>)
+        field->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    else
+        field->setMinimumWidth(MinimumFieldWidth);
+    // The toolkit's own limit would cut a long text without a word.
+    if constexpr (std::is_base_of_v<QLineEdit, TField>)
+        field->setMaxLength(std::numeric_limits<int>::max());
     const QString text = QString::fromUtf8(label);
     auto* caption = new QLabel(text, dialog);
     caption->setBuddy(field);
@@ -29,6 +39,9 @@ template <class TField> TField* AddField(QFormLayout* layout, QWidget* dialog, c
     layout->addRow(caption, field);
     return field;
 }
+
+// Draws the labels of a form white on grey.
+void DrawLabelsOnGrey(const QFormLayout* layout);
 
 // The entries of " Typ" and " Quelle", in the order of TDataTypeMap and TNodeSource.
 void FillDataTypes(QComboBox* box);

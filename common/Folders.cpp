@@ -1,5 +1,6 @@
 #include "Folders.h"
 
+#include "IMenuTree.h"
 #include "IScenesTree.h"
 #include "IScheduleTree.h"
 #include "UnitList.h"
@@ -14,6 +15,7 @@ TUnitList& Units()
     static TUnitList units({
         {.Name = "FoldersRc"},
         {.Name = "FoldersCommon", .Initialize = InitializeXml, .Finalize = FinalizeXml},
+        {.Name = "IMenuTree", .Initialize = InitializeMenuUnit, .Finalize = FinalizeMenuUnit},
         {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},
         {.Name = "IScheduleTree", .Initialize = InitializeScheduleUnit, .Finalize = FinalizeScheduleUnit},
     });

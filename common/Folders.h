@@ -67,7 +67,8 @@ public:
     virtual QList<TWeekEntry> WeekEntries() const = 0;
     // The entry that is selected in the tree, as an index into WeekEntries; -1 for none.
     virtual int SelectedWeekEntry() const = 0;
-    // Selects an entry in the tree. Nothing happens for an index that leads nowhere.
+    // Selects an entry in the tree; the week stays the same until something else is selected there. Nothing happens for
+    // an index that leads nowhere.
     virtual void SelectWeekEntry(int index) = 0;
     // Calls `changed` from the event loop after every edit, load and selection, once for many, as long as `receiver`
     // and the component live.

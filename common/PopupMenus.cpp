@@ -65,6 +65,9 @@ bool TPopupMenu::eventFilter(QObject* watched, QEvent* event)
             if (m_shortcutRule == TShortcutRule::OperationDecides)
                 EnableShortcuts();
         });
+        // A key that is none of the short cuts leaves nothing enabled behind.
+        if (m_shortcutRule == TShortcutRule::OperationDecides)
+            QTimer::singleShot(0, this, [this] { Guarded([this] { ApplyRules(); }); });
     }
     return QObject::eventFilter(watched, event);
 }

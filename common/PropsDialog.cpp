@@ -69,6 +69,21 @@ void TPropsDialog::MakeButtons()
         layout->addWidget(button);
 }
 
+void TPropsDialog::ArrangeFields(QLayout* fields)
+{
+    auto* moveButtons = new QVBoxLayout;
+    moveButtons->addWidget(m_up);
+    moveButtons->addWidget(m_down);
+    moveButtons->addStretch();
+    auto* top = new QHBoxLayout;
+    top->addLayout(fields, 1);
+    top->addLayout(moveButtons);
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(top);
+    all->addWidget(m_autoAccept);
+    all->addWidget(m_buttonRow);
+}
+
 void TPropsDialog::EndTabOrder(QWidget* last)
 {
     const QList<QWidget*> order{last, m_ok, m_apply, m_cancel, m_autoAccept};

@@ -53,6 +53,8 @@ protected:
     QCheckBox* AutoAcceptBox() const { return m_autoAccept; }
     // OK, Übernehmen, Abbrechen.
     QWidget* ButtonRow() const { return m_buttonRow; }
+    // Lays the whole dialog out: the fields with the move buttons beside them, the box and the buttons below.
+    void ArrangeFields(QLayout* fields);
     // Puts the buttons and the box for automatic acceptance behind `last` in the tab order.
     void EndTabOrder(QWidget* last);
 

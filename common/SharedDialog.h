@@ -5,8 +5,8 @@
 #include <QPointer>
 
 // The one properties dialog of an editor family, and the frame that shows a node in it, if one does. The dialog belongs
-// to the frame that made it. A frame offers ApplyPending, HandleDialogAccept, HandleDialogClose and HandleMoveNotify,
-// and makes this class its friend when it keeps them to itself.
+// to the frame that made it. A frame offers ApplyPending, HandleDialogAccept (with the dialog), HandleDialogClose and
+// HandleMoveNotify, and makes this class its friend when it keeps them to itself.
 template <class TDialog, class TFrame> class TSharedDialog
 {
 public:
@@ -34,7 +34,7 @@ public:
             m_dialog = new TDialog(frame);
         m_frame = frame;
         m_dialog->SetCloseEvent([frame](QObject*) { frame->HandleDialogClose(); });
-        m_dialog->SetApplyEvent([frame](QObject*) { frame->HandleDialogAccept(); });
+        m_dialog->SetApplyEvent([frame, dialog = m_dialog.data()](QObject*) { frame->HandleDialogAccept(dialog); });
         m_dialog->SetMoveEvent([frame](QObject*, TDirection direction) { frame->HandleMoveNotify(direction); });
         return true;
     }

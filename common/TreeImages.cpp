@@ -59,6 +59,27 @@ void DrawClock(QPainter& painter)
     painter.drawPolyline(QPolygonF({{8, 4}, {8, 8}, {11, 9.75}}));
 }
 
+void DrawMenu(QPainter& painter)
+{
+    painter.setBrush(QColor(0xFA, 0xFA, 0xFA));
+    painter.drawRoundedRect(QRectF(1.5, 2.5, 13, 11), 1.5, 1.5);
+    for (const int line : {6, 8, 10})
+        painter.drawLine(QPointF(4, line), QPointF(12, line));
+}
+
+void DrawMainItem(QPainter& painter)
+{
+    painter.setBrush(QColor(0x4A, 0x86, 0xC5));
+    painter.drawRoundedRect(QRectF(1.5, 5, 13, 6), 1.5, 1.5);
+}
+
+void DrawSubItem(QPainter& painter)
+{
+    painter.drawPolyline(QPolygonF({{3, 2.5}, {3, 8}, {6, 8}}));
+    painter.setBrush(QColor(0x9C, 0xC3, 0xE6));
+    painter.drawRoundedRect(QRectF(6, 5.5, 8.5, 5), 1.5, 1.5);
+}
+
 class TTreeImageEngine final : public QIconEngine
 {
 public:
@@ -95,7 +116,7 @@ private:
 
 QIcon TreeImage(TTreeImage image)
 {
-    constexpr std::array Drawings{DrawDocument, DrawScene,     DrawFolder, DrawAction,
-                                  DrawTrigger,  DrawDatapoint, DrawClock};
+    constexpr std::array Drawings{DrawDocument,  DrawScene, DrawFolder, DrawAction,   DrawTrigger,
+                                  DrawDatapoint, DrawClock, DrawMenu,   DrawMainItem, DrawSubItem};
     return QIcon(new TTreeImageEngine(Drawings[image]));
 }

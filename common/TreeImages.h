@@ -13,6 +13,9 @@ enum TTreeImage : quint8
     tiTrigger,
     tiDatapoint,
     tiClock,
+    tiMenu,
+    tiMainItem,
+    tiSubItem,
 };
 
 QIcon TreeImage(TTreeImage image);

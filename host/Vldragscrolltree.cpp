@@ -59,6 +59,18 @@ void NoteIndexes(const QList<TTreeNode*>& nodes)
     }
 }
 
+// The nodes, which know their places from `firstIndex` on, for somebody who takes them over.
+QList<QTreeWidgetItem*> TakeAll(std::vector<std::unique_ptr<TTreeNode>>& nodes, int firstIndex = 0)
+{
+    QList<QTreeWidgetItem*> items;
+    items.reserve(static_cast<qsizetype>(nodes.size()));
+    for (std::unique_ptr<TTreeNode>& node : nodes) {
+        node->NoteIndex(firstIndex + static_cast<int>(items.size()));
+        items.append(node.release());
+    }
+    return items;
+}
+
 // A path of indexes from the top, which compares as the nodes stand in reading order.
 QList<int> PlaceOf(const QModelIndex& index)
 {
@@ -184,6 +196,23 @@ void TDragScrollTree::ReplaceContent(std::unique_ptr<TTreeNode> top)
     Guarded([this] { HandleChange(); });
 }
 
+void TDragScrollTree::ReplaceContent(std::vector<std::unique_ptr<TTreeNode>> tops)
+{
+    clear();
+    addTopLevelItems(TakeAll(tops));
+    Guarded([this] { HandleChange(); });
+}
+
+void TDragScrollTree::ReplaceChildren(TTreeNode* parent, std::vector<std::unique_ptr<TTreeNode>> children)
+{
+    Q_ASSERT(parent);
+    if (!parent)
+        return;
+    qDeleteAll(parent->takeChildren());
+    parent->addChildren(TakeAll(children));
+    Guarded([this] { HandleChange(); });
+}
+
 void TDragScrollTree::NoteChange()
 {
     SetModified(true);
@@ -204,13 +233,7 @@ void TDragScrollTree::InsertBranches(std::vector<std::unique_ptr<TTreeNode>> bra
     Q_ASSERT(parent);
     if (!parent || branches.empty())
         return;
-    QList<QTreeWidgetItem*> items;
-    items.reserve(static_cast<qsizetype>(branches.size()));
-    for (std::unique_ptr<TTreeNode>& branch : branches) {
-        branch->NoteIndex(index + static_cast<int>(items.size()));
-        items.append(branch.release());
-    }
-    parent->insertChildren(index, items);
+    parent->insertChildren(index, TakeAll(branches, index));
     NoteChange();
 }
 
@@ -381,6 +404,7 @@ void TDragScrollTree::mousePressEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton) {
         m_pressedAt = event->position().toPoint();
         m_pressedNode.Set(NodeAt(m_pressedAt));
+        m_askedNode.Set(nullptr);
         m_press = m_pressedNode ? TPress::OnNode : TPress::Beside;
     }
     QTreeWidget::mousePressEvent(event);
@@ -392,16 +416,30 @@ void TDragScrollTree::mouseMoveEvent(QMouseEvent* event)
         QTreeWidget::mouseMoveEvent(event);
         return;
     }
-    if (m_press == TPress::OnNode) {
-        m_press = TPress::Spent;
-        Guarded([&] {
-            if (m_pressedNode && PrepareDrag(m_pressedNode.Get(), event->modifiers()))
-                m_press = TPress::Draggable;
-        });
-    }
+    if (m_press == TPress::OnNode)
+        AskForDrag(event->position().toPoint(), event->modifiers());
     const QPoint distance = event->position().toPoint() - m_pressedAt;
     if (m_press == TPress::Draggable && distance.manhattanLength() >= DragThreshold)
         RunDrag();
+}
+
+// First for the node that was pressed, then for every other one that the mouse comes to. The distance counts from the
+// press, or from where another node said yes.
+void TDragScrollTree::AskForDrag(const QPoint& position, Qt::KeyboardModifiers modifiers)
+{
+    TTreeNode* pressed = m_pressedNode.Get();
+    TTreeNode* node = m_askedNode ? NodeAt(position) : pressed;
+    if (!pressed)
+        m_press = TPress::Spent;
+    if (!pressed || !node || node == m_askedNode.Get())
+        return;
+    m_askedNode.Set(node);
+    m_press = TPress::Spent; // unless nothing fails
+    Guarded([&] {
+        m_press = PrepareDrag(node, modifiers) ? TPress::Draggable : TPress::OnNode;
+        if (m_press == TPress::Draggable && node != pressed)
+            m_pressedAt = position;
+    });
 }
 
 void TDragScrollTree::RunDrag()

@@ -56,6 +56,11 @@ public:
     // Not an edit: the modified state is left to the caller.
     void ReplaceContent(std::unique_ptr<TTreeNode> top);
 
+    // The same with several top nodes.
+    void ReplaceContent(std::vector<std::unique_ptr<TTreeNode>> tops);
+    // The same for what stands below one node.
+    void ReplaceChildren(TTreeNode* parent, std::vector<std::unique_ptr<TTreeNode>> children);
+
     // Puts a detached branch into the tree, which takes it over, and returns it; null, and the branch gone, where it
     // cannot go (TTreeNode::MoveTo).
     TTreeNode* InsertBranch(std::unique_ptr<TTreeNode> branch, TTreeNode* node, TNodeAttachMode mode);
@@ -90,10 +95,10 @@ protected:
     // About to be deleted, the node and all below it; not called when the whole content is exchanged.
     virtual void HandleDeletion(TTreeNode* node);
 
-    // The course of a drag out of this tree. PrepareDrag is asked once, when the mouse begins to move with the left
-    // button held on a node: whether a drag may begin there, with the keys held at that moment. StartDrag gives what is
-    // dragged, when the threshold is passed; null drags nothing. EndDrag always follows. A press begins one drag at
-    // most.
+    // The course of a drag out of this tree. PrepareDrag is asked when the mouse begins to move with the left button
+    // held on a node, and again for each node that it comes to, until it agrees: whether a drag of what is selected may
+    // begin there, with the keys held at that moment. StartDrag gives what is dragged, when the threshold is passed;
+    // null drags nothing. EndDrag always follows. A press begins one drag at most.
     virtual bool PrepareDrag(TTreeNode* node, Qt::KeyboardModifiers shiftState);
     virtual std::unique_ptr<QMimeData> StartDrag();
     virtual void EndDrag();
@@ -117,15 +122,16 @@ private:
     enum class TPress : quint8
     {
         Beside,    // no node
-        OnNode,    // the mouse has not moved yet
+        OnNode,    // no drag may begin yet
         Draggable, // a drag begins when the threshold is passed
-        Spent,     // a drag was refused or has run
+        Spent,     // a drag has run
     };
 
     void NoteChange();
     void SetHotNode(TTreeNode* node);
     void RemoveChildren(TTreeNode* parent, const QList<int>& indexes);
     void RemoveByRebuilding(TTreeNode* parent, const QList<int>& indexes);
+    void AskForDrag(const QPoint& position, Qt::KeyboardModifiers modifiers);
     void RunDrag();
     void ScrollNearEdge(const QPoint& position);
     bool AcceptsDrop(const QMimeData* content, TTreeNode* target) const;
@@ -134,6 +140,7 @@ private:
     QPoint m_pressedAt;
     TNodeRef m_hotNode; // under the mouse, while that is tracked
     TNodeRef m_pressedNode;
+    TNodeRef m_askedNode; // the last one for which a drag was asked for
     quint32 m_lastSerial = 0;
     TPress m_press = TPress::Beside;
     QBasicTimer m_scrollTimer; // runs while something is dragged near the upper or the lower edge

@@ -127,6 +127,16 @@ TTreeNode* TTreeNode::Next() const
     return nullptr;
 }
 
+TTreeNode* TTreeNode::Previous() const
+{
+    TTreeNode* node = PreviousSibling();
+    if (!node)
+        return Parent();
+    while (node->Count() > 0)
+        node = node->Child(node->Count() - 1);
+    return node;
+}
+
 void TTreeNode::SetCaption(const QString& caption)
 {
     if (caption == m_caption)

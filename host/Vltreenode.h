@@ -93,6 +93,8 @@ public:
     bool IsWithin(const TTreeNode* ancestor) const;
     // The node after this one in reading order, over all levels; null at the end.
     TTreeNode* Next() const;
+    // The node before this one in reading order; null at the top.
+    TTreeNode* Previous() const;
 
     const QString& Caption() const { return m_caption; }
     void SetCaption(const QString& caption);

@@ -135,7 +135,7 @@ private:
     void ApplyPending();
     void SendSections();
     void RefreshDialog(const TSceneNode* changed);
-    void HandleDialogAccept();
+    void HandleDialogAccept(TScenePropsDialog* dialog);
     void HandleDialogClose();
     void HandlePartChange(int part);
     void HandleMoveNotify(TDirection direction);

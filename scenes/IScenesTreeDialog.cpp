@@ -102,7 +102,7 @@ void TConfigTreeFrame::FollowInDialog(TSceneNode* node)
 void TConfigTreeFrame::ApplyPending()
 {
     if (m_dialogNode && Shared().HasPending(this))
-        HandleDialogAccept();
+        HandleDialogAccept(Shared().Get());
 }
 
 // The node in the dialog was changed elsewhere: what is shown must not be written back over it.
@@ -126,11 +126,10 @@ void TConfigTreeFrame::SendSections()
         Shared().Get()->SetSceneSections(GetSections());
 }
 
-void TConfigTreeFrame::HandleDialogAccept()
+void TConfigTreeFrame::HandleDialogAccept(TScenePropsDialog* dialog)
 {
-    TScenePropsDialog* dialog = Shared().Get();
     TSceneNode* node = m_dialogNode.Get();
-    if (!dialog || !node)
+    if (!node)
         return;
     const bool newAlias = dialog->GetNodeAlias() != node->Item()->Alias;
     // What a bound node remembers of its datapoint is not stored while it is bound; taking it over is no change.

@@ -29,17 +29,7 @@ TScenePropsDialog::TScenePropsDialog(QWidget* parent) : TPropsDialog(QStringLite
     setObjectName(QStringLiteral("TScenePropsDialog"));
     auto* fields = new QFormLayout;
     MakeFields(fields);
-    auto* moveButtons = new QVBoxLayout;
-    moveButtons->addWidget(UpButton());
-    moveButtons->addWidget(DownButton());
-    moveButtons->addStretch();
-    auto* top = new QHBoxLayout;
-    top->addLayout(fields, 1);
-    top->addLayout(moveButtons);
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(top);
-    all->addWidget(AutoAcceptBox());
-    all->addWidget(ButtonRow());
+    ArrangeFields(fields);
     ConnectFields();
 }
 

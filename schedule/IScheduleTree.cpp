@@ -47,8 +47,12 @@ TScheduleTreeFrame::TScheduleTreeFrame(QWidget* parent) : TCmdTreeFrame(parent),
     InitializeMenu({});
     MakePopupMenu(this, PopupRows(), TShortcutRule::OperationDecides);
     SetEditable(true);
-    connect(this, &QTreeWidget::itemActivated, this,
-            [this](QTreeWidgetItem* item) { Guarded([&] { ShowInDialog(static_cast<TScheduleNode*>(item)); }); });
+    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+        Guarded([&] {
+            SelectNode(static_cast<TTreeNode*>(item));
+            ShowInDialog(static_cast<TScheduleNode*>(item));
+        });
+    });
 }
 
 TScheduleTreeFrame::~TScheduleTreeFrame()

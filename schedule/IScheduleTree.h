@@ -140,7 +140,7 @@ private:
     void ApplyPending();
     void SendSections();
     void AcceptDatapoint(TScheduleNode* node);
-    void HandleDialogAccept();
+    void HandleDialogAccept(TSchedulePropsDialog* dialog);
     void HandleDialogClose();
     void HandlePartChange(int part);
     void HandleMoveNotify(TDirection direction);
@@ -161,6 +161,9 @@ private:
     TNodeRefTo<TScheduleNode> m_editedNode; // shown in the dialog
     TNodeRefTo<TScheduleNode> m_dragSource;
     Qt::KeyboardModifiers m_shiftState; // held when the drag began
+    // The group that a week shows on while one of its entries was chosen there.
+    TNodeRefTo<TScheduleNode> m_weekGroup;
+    bool m_choosesInWeek = false;
     QTimer m_weekTimer;
 };
 

@@ -40,12 +40,13 @@ bool TScheduleTreeFrame::IsDialogConnected() const
 
 TSchedulePropsDialog* TScheduleTreeFrame::ConnectDialog()
 {
-    const bool isNew = Shared().Take(this);
+    const bool isMade = !Shared().Get();
+    const bool isTaken = Shared().Take(this);
     TSchedulePropsDialog* dialog = Shared().Get();
-    if (isNew) {
-        dialog->SetChangePartEvent([this](QObject*, int part) { HandlePartChange(part); });
+    if (isMade)
         dialog->move(mapToGlobal(QPoint(DialogOffset, 0)));
-    }
+    if (isTaken)
+        dialog->SetChangePartEvent([this](QObject*, int part) { HandlePartChange(part); });
     dialog->SetScheduleGroups(m_groupNames);
     return dialog;
 }
@@ -61,9 +62,10 @@ void TScheduleTreeFrame::ShowInDialog(TScheduleNode* node)
         return;
     ApplyPending();
     m_editedNode.Set(node);
+    const bool wasConnected = IsDialogConnected();
     TSchedulePropsDialog* dialog = ConnectDialog();
     FillDialog(node);
-    if (!dialog->isVisible())
+    if (!wasConnected)
         dialog->Display();
     ApplyMenuRules();
 }
@@ -96,6 +98,8 @@ void TScheduleTreeFrame::HandleSelectionChange()
     if (GetEditable() && IsDialogConnected() && SelectedNode())
         FollowInDialog(SelectedScheduleNode());
     ApplyMenuRules();
+    if (!m_choosesInWeek)
+        m_weekGroup.Set(nullptr);
     m_weekTimer.start(0);
 }
 
@@ -112,7 +116,7 @@ void TScheduleTreeFrame::FollowInDialog(TScheduleNode* node)
 void TScheduleTreeFrame::ApplyPending()
 {
     if (m_editedNode && Shared().HasPending(this))
-        HandleDialogAccept();
+        HandleDialogAccept(Shared().Get());
 }
 
 // The node in the dialog was changed elsewhere: what is shown must not be written back over it.
@@ -157,15 +161,12 @@ void TScheduleTreeFrame::AcceptDatapoint(TScheduleNode* node)
 }
 
 // The section is not applied: a datapoint stays in its group.
-void TScheduleTreeFrame::HandleDialogAccept()
+void TScheduleTreeFrame::HandleDialogAccept(TSchedulePropsDialog* dialog)
 {
-    TSchedulePropsDialog* dialog = Shared().Get();
     TScheduleNode* node = m_editedNode.Get();
-    if (!dialog || !node)
-        return;
-    if (node->IsDatapoint() && node->Data() && !dialog->GetIsSchedule())
+    if (node && node->IsDatapoint() && node->Data() && !dialog->GetIsSchedule())
         AcceptDatapoint(node);
-    else if (node->IsEntry() && dialog->GetIsSchedule())
+    else if (node && node->IsEntry() && dialog->GetIsSchedule())
         SetCaption(node, dialog->GetScheduleText());
     dialog->SetChanged(false);
 }
@@ -192,11 +193,9 @@ void TScheduleTreeFrame::HandlePartChange(int part)
 void TScheduleTreeFrame::HandleMoveNotify(TDirection direction)
 {
     const TTreeNode* from = m_editedNode ? m_editedNode.Get() : TopNode();
-    TTreeNode* neighbour = nullptr;
-    if (from && direction == dirUp)
-        neighbour = from->PreviousSibling();
-    else if (from && direction == dirDown)
-        neighbour = from->NextSibling();
+    if (!from || (direction != dirUp && direction != dirDown))
+        return;
+    TTreeNode* neighbour = direction == dirUp ? from->PreviousSibling() : from->NextSibling();
 
     if (neighbour)
         SelectNode(neighbour);

@@ -16,9 +16,10 @@ constexpr int FirstGroupPastedInto = 2;
 // A datapoint as it was copied: with its record where it lands among the datapoints, else nothing but a caption.
 std::unique_ptr<TScheduleNode> CopyOf(const TScheduleNode& source, int level)
 {
-    if (level == slDatapoint)
-        return std::make_unique<TScheduleNode>(*source.Data(), level);
-    return MakeScheduleNode(source.Data()->Alias, level);
+    auto copy = MakeScheduleNode(source.Data()->Alias, level);
+    if (copy->Data())
+        *copy->Data() = *source.Data();
+    return copy;
 }
 
 } // namespace
@@ -31,8 +32,7 @@ TScheduleNode* TScheduleTreeFrame::NewTreeNode(TScheduleNode* node, TNodeAttachM
     if (!parent || (!asSibling && mode != naAddChild && mode != naAddChildFirst))
         return nullptr;
     const TRepaintPause pause(this);
-    const QString text = caption.isEmpty() ? RcText(_STR_NEW_ENTRY) : caption;
-    TTreeNode* inserted = InsertBranch(MakeScheduleNode(text, parent->Level() + 1), parent, naAddChild);
+    TTreeNode* inserted = InsertBranch(MakeScheduleNode(caption, parent->Level() + 1), parent, naAddChild);
     if (select)
         SelectNode(inserted);
     return static_cast<TScheduleNode*>(inserted);

@@ -2,6 +2,8 @@
 
 #include "ScheduleEntry.h"
 
+#include <QScopedValueRollback>
+
 static_assert(TWeekEntry::DayCount == TScheduleEntry::DayCount);
 
 void TScheduleTreeFrame::HandleChange()
@@ -14,12 +16,12 @@ void TScheduleTreeFrame::AddWeekListener(QObject* receiver, std::function<void()
     connect(this, &TScheduleTreeFrame::WeekChanged, receiver, std::move(changed));
 }
 
-// An entry stands for its datapoint.
+// An entry stands for its datapoint, or for the group in whose week it was chosen.
 TScheduleNode* TScheduleTreeFrame::WeekNode() const
 {
     TScheduleNode* selected = SelectedScheduleNode();
     if (selected && selected->IsEntry())
-        return selected->Parent();
+        return m_weekGroup && selected->IsWithin(m_weekGroup.Get()) ? m_weekGroup.Get() : selected->Parent();
     return selected && (selected->IsGroup() || selected->IsDatapoint()) ? selected : nullptr;
 }
 
@@ -70,6 +72,11 @@ int TScheduleTreeFrame::SelectedWeekEntry() const
 
 void TScheduleTreeFrame::SelectWeekEntry(int index)
 {
-    if (TScheduleNode* node = WeekNodes().value(index))
-        SelectNode(node);
+    TScheduleNode* node = WeekNodes().value(index);
+    if (!node)
+        return;
+    TScheduleNode* shown = WeekNode();
+    const QScopedValueRollback choosing(m_choosesInWeek, true);
+    m_weekGroup.Set(shown->IsGroup() ? shown : nullptr);
+    SelectNode(node);
 }

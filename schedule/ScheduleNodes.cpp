@@ -9,10 +9,11 @@ std::unique_ptr<TScheduleNode> MakeScheduleRoot()
 
 std::unique_ptr<TScheduleNode> MakeScheduleNode(const QString& caption, int level)
 {
+    const QString text = caption.isEmpty() ? RcText(_STR_NEW_ENTRY) : caption;
     if (level != slDatapoint)
-        return std::make_unique<TScheduleNode>(caption, level);
+        return std::make_unique<TScheduleNode>(text, level);
     TVlNodeData data;
-    data.Alias = caption;
+    data.Alias = text;
     return std::make_unique<TScheduleNode>(std::move(data), level);
 }
 

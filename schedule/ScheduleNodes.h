@@ -68,7 +68,8 @@ private:
 // The root, detached.
 std::unique_ptr<TScheduleNode> MakeScheduleRoot();
 
-// A node as every new one is made: one that lands among the datapoints gets a fresh record with the caption as alias.
+// A node as every new one is made: without a caption it is a "Neuer Eintrag"; one that lands among the datapoints gets
+// a fresh record with the caption as alias.
 std::unique_ptr<TScheduleNode> MakeScheduleNode(const QString& caption, int level);
 
 // Gives a branch that has moved the images of the levels where it stands now.

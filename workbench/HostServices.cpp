@@ -4,17 +4,20 @@
 #include "DatapointBrowser.h"
 #include "Userman.h"
 #include "Vlerrors.h"
+#include "WeekView.h"
 
 THostServices::THostServices()
 {
     SetupUserManager();
     SetApplicationInterface(IID_IRegisterClient, &m_clients);
     RegisterDatapointBrowsers();
+    RegisterWeekView();
 }
 
 THostServices::~THostServices()
 {
     m_package.reset();
+    UnregisterWeekView();
     UnregisterDatapointBrowsers();
     SetApplicationInterface(IID_IRegisterClient, nullptr);
     DisposeUserManager();

@@ -208,7 +208,20 @@ TEST_F(DragScrollTreeDrag, DoesNotBeginWhereTheEditorRefusesIt)
     // The view does nothing of its own with the movement.
     m_mouse.Move(PlaceOf(6));
     EXPECT_EQ(Selected(), QStringLiteral("n3"));
-    EXPECT_EQ(m_tree.Log, QStringList{QStringLiteral("prepare n3")});
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("prepare n6")}));
+}
+
+TEST_F(DragScrollTreeDrag, BeginsWhereTheMouseComesToANodeThatAllowsIt)
+{
+    m_tree.MayBegin = false;
+    m_mouse.Press(PlaceOf(3));
+    m_mouse.Move(PlaceOf(3) + QPoint(2, 0));
+    m_tree.MayBegin = true;
+    const QPoint there = PlaceOf(6);
+    m_mouse.Move(there, Qt::ControlModifier);
+    EXPECT_EQ(m_tree.Log, (QStringList{QStringLiteral("prepare n3"), QStringLiteral("prepare n6 with Ctrl")}));
+    EXPECT_TRUE(RunInLoop([&] { m_mouse.Move(there + QPoint(30, 0)); }, [] {}));
+    EXPECT_EQ(Selected(), QStringLiteral("n3"));
 }
 
 TEST_F(DragScrollTreeDrag, DoesNotBeginWithoutTheLeftButton)

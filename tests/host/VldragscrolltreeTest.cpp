@@ -4,11 +4,14 @@
 #include "Vlerrors.h"
 
 #include <QCoreApplication>
+#include <QFont>
+#include <QHoverEvent>
 #include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <vector>
 
 namespace
 {
@@ -35,6 +38,12 @@ public:
             throw TUserError(QStringLiteral("selection"));
     }
     void HandleEditable(bool editable) override { Editable.append(editable); }
+    void HandleChange() override
+    {
+        ++Changes;
+        if (FailOnChange)
+            throw TUserError(QStringLiteral("change"));
+    }
     void HandleDeletion(TTreeNode* node) override
     {
         Deleted.append(node->Caption());
@@ -47,6 +56,8 @@ public:
     QStringList Deleted;
     QList<bool> Editable;
     int SelectionChanges = 0;
+    int Changes = 0;
+    bool FailOnChange = false;
     bool FailOnSelection = false;
     bool FailOnDeletion = false;
 };
@@ -127,6 +138,23 @@ protected:
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
         QCoreApplication::processEvents(); // the view takes the text from its editor later
+    }
+
+    void SendHover(QEvent::Type type, const QPoint& place)
+    {
+        QHoverEvent event(type, place, m_tree.viewport()->mapToGlobal(place), QPointF());
+        QCoreApplication::sendEvent(m_tree.viewport(), &event);
+    }
+    void Hover(const QString& caption) { SendHover(QEvent::HoverMove, m_tree.visualItemRect(Node(caption)).center()); }
+    // The captions of the nodes that are drawn underlined.
+    QString Underlined() const
+    {
+        QList<TTreeNode*> nodes;
+        for (TTreeNode* node = m_tree.TopNode(); node; node = node->Next()) {
+            if (node->data(0, Qt::FontRole).value<QFont>().underline())
+                nodes.append(node);
+        }
+        return Captions(nodes);
     }
 
     TRecordingTree m_tree;
@@ -589,6 +617,138 @@ TEST_F(DragScrollTree, GuardsWhatAFrameDoesAfterEditing)
     Type(QStringLiteral("fail"));
     EXPECT_EQ(messages.Errors, QStringList{QStringLiteral("edit")});
     EXPECT_EQ(m_tree.TopNode()->Child(0)->Caption(), QStringLiteral("a"));
+}
+
+// The hook after a change
+
+TEST_F(DragScrollTree, TellsFramesOfEachOfItsOperations)
+{
+    m_tree.Changes = 0;
+    m_tree.InsertBranch(Branch(QStringLiteral("n")), Node(QStringLiteral("b")), naInsert);
+    EXPECT_EQ(m_tree.Changes, 1);
+    m_tree.RemoveBranches(Nodes(QStringLiteral("n a1 a2")));
+    EXPECT_EQ(m_tree.Changes, 2);
+    m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("c")), naInsert);
+    EXPECT_EQ(m_tree.Changes, 3);
+    m_tree.ChangeRecord(Node(QStringLiteral("a")), [] { return true; });
+    EXPECT_EQ(m_tree.Changes, 4);
+    std::vector<std::unique_ptr<TTreeNode>> several;
+    several.push_back(Branch(QStringLiteral("x")));
+    several.push_back(Branch(QStringLiteral("y")));
+    m_tree.InsertBranches(std::move(several), Node(QStringLiteral("a")), 0);
+    EXPECT_EQ(m_tree.Changes, 5);
+}
+
+TEST_F(DragScrollTree, TellsFramesThatItsContentWasExchanged)
+{
+    m_tree.Changes = 0;
+    m_tree.ReplaceContent(Branch(QStringLiteral("neu")));
+    EXPECT_EQ(m_tree.Changes, 1);
+    m_tree.ReplaceContent(nullptr);
+    EXPECT_EQ(m_tree.Changes, 2);
+    EXPECT_FALSE(m_tree.IsModified());
+}
+
+TEST_F(DragScrollTree, TellsFramesNothingWhenNothingHasChanged)
+{
+    m_tree.Changes = 0;
+    m_tree.InsertBranch(nullptr, Node(QStringLiteral("b")), naInsert);
+    m_tree.InsertBranches({}, Node(QStringLiteral("b")), 0);
+    m_tree.RemoveBranches({});
+    m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("a1")), naAddChild);
+    m_tree.MoveBranch(Node(QStringLiteral("a")), Node(QStringLiteral("b")), naInsert);
+    m_tree.MoveBranch(Node(QStringLiteral("e")), Node(QStringLiteral("top")), naAddChild);
+    m_tree.ChangeRecord(Node(QStringLiteral("a")), [] { return false; });
+    Click(QStringLiteral("c"));
+    m_tree.SetEditable(true);
+    EXPECT_EQ(m_tree.Changes, 0);
+    EXPECT_FALSE(m_tree.IsModified());
+}
+
+TEST_F(DragScrollTree, TellsFramesOfAChangeThatIsThereAlready)
+{
+    class TLookingTree final : public TDragScrollTree
+    {
+    public:
+        QStringList Seen;
+
+    protected:
+        void HandleChange() override
+        {
+            Seen.append(TopNode() ? QString::number(TopNode()->Count()) : QStringLiteral("none"));
+        }
+    };
+    TLookingTree tree;
+    tree.ReplaceContent(Branch(QStringLiteral("top"), {QStringLiteral("a")}));
+    tree.InsertBranch(Branch(QStringLiteral("b")), tree.TopNode(), naAddChild);
+    tree.RemoveBranches({tree.TopNode()->Child(0), tree.TopNode()->Child(1)});
+    tree.ReplaceContent(nullptr);
+    EXPECT_EQ(tree.Seen.join(u' '), QStringLiteral("1 2 0 none"));
+}
+
+TEST_F(DragScrollTree, GuardsWhatAFrameDoesAfterAChange)
+{
+    const TRecordedMessages messages;
+    m_tree.FailOnChange = true;
+    EXPECT_NO_THROW(m_tree.RemoveBranches(Nodes(QStringLiteral("c"))));
+    EXPECT_NO_THROW(m_tree.ReplaceContent(nullptr));
+    EXPECT_EQ(messages.Errors, QStringList({QStringLiteral("change"), QStringLiteral("change")}));
+    EXPECT_TRUE(m_tree.IsModified());
+}
+
+// The node under the mouse
+
+TEST_F(DragScrollTree, UnderlinesNothingWithoutHotTracking)
+{
+    EXPECT_FALSE(m_tree.GetHotTracking());
+    Hover(QStringLiteral("b"));
+    EXPECT_EQ(Underlined(), QString());
+}
+
+TEST_F(DragScrollTree, UnderlinesTheNodeUnderTheMouseAlone)
+{
+    m_tree.SetHotTracking(true);
+    EXPECT_TRUE(m_tree.GetHotTracking());
+    EXPECT_EQ(Underlined(), QString());
+    Hover(QStringLiteral("b"));
+    EXPECT_EQ(Underlined(), QStringLiteral("b"));
+    EXPECT_TRUE(m_tree.IsHot(Node(QStringLiteral("b"))));
+    Hover(QStringLiteral("a1"));
+    EXPECT_EQ(Underlined(), QStringLiteral("a1"));
+    EXPECT_FALSE(m_tree.IsHot(Node(QStringLiteral("b"))));
+}
+
+TEST_F(DragScrollTree, UnderlinesNothingBesideAllNodesAndAfterTheMouseHasLeft)
+{
+    m_tree.SetHotTracking(true);
+    Hover(QStringLiteral("b"));
+    SendHover(QEvent::HoverMove, QPoint(10, 390));
+    EXPECT_EQ(Underlined(), QString());
+    Hover(QStringLiteral("b"));
+    SendHover(QEvent::HoverLeave, QPoint(-1, -1));
+    EXPECT_EQ(Underlined(), QString());
+}
+
+TEST_F(DragScrollTree, UnderlinesNothingAnyMoreWhenHotTrackingEnds)
+{
+    m_tree.SetHotTracking(true);
+    Hover(QStringLiteral("b"));
+    m_tree.SetHotTracking(false);
+    EXPECT_EQ(Underlined(), QString());
+    EXPECT_FALSE(m_tree.GetHotTracking());
+    Hover(QStringLiteral("c"));
+    EXPECT_EQ(Underlined(), QString());
+}
+
+TEST_F(DragScrollTree, ForgetsTheNodeUnderTheMouseWhenItIsDeleted)
+{
+    m_tree.SetHotTracking(true);
+    Hover(QStringLiteral("b1"));
+    m_tree.RemoveBranches(Nodes(QStringLiteral("b")));
+    EXPECT_EQ(Underlined(), QString());
+    Hover(QStringLiteral("c"));
+    EXPECT_EQ(Underlined(), QStringLiteral("c"));
+    EXPECT_FALSE(TTreeNode().data(0, Qt::FontRole).isValid()) << "a node without a tree has no font of its own";
 }
 
 TEST(PlainDragScrollTree, RefusesEveryText)

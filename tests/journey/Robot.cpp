@@ -91,6 +91,13 @@ void TRobot::Drag(const QPoint& from, const QPoint& to)
     Run(way + QStringList{QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
+void TRobot::DragWith(const QString& key, const QPoint& from, const QPoint& to)
+{
+    Run({QStringLiteral("keydown"), key});
+    Drag(from, to);
+    Run({QStringLiteral("keyup"), key});
+}
+
 void TRobot::Wheel(const QPoint& place, bool down)
 {
     Click(place, down ? 5 : 4);

@@ -38,6 +38,8 @@ public:
     void Click(const QPoint& place, int button = 1);
     void DoubleClick(const QPoint& place);
     void Drag(const QPoint& from, const QPoint& to);
+    // The same with a key held from the press to the release, as xdotool names it.
+    void DragWith(const QString& key, const QPoint& from, const QPoint& to);
     // One notch of the wheel, down or up.
     void Wheel(const QPoint& place, bool down);
     // As xdotool names keys: "Return", "ctrl+a".

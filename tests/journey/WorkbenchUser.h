@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTreeView>
 #include <QTreeWidget>
 #include <QWindow>
@@ -46,13 +47,26 @@ inline void CopyDirectory(const QString& from, const QString& to)
     }
 }
 
-// The workbench with the sample project, and the user's view of it. What looks at widgets runs in their thread; what
-// uses the mouse or the keyboard, in the user's.
+// An editor by the object names of its tree and of its properties dialog, and the tab of its pane.
+struct TEditor
+{
+    const char* Tree;
+    const char* Dialog;
+    const char* Tab;
+};
+
+inline constexpr TEditor SceneEditor{.Tree = "TConfigTreeFrame", .Dialog = "TScenePropsDialog", .Tab = "Szenen"};
+inline constexpr TEditor ScheduleEditor{
+    .Tree = "TScheduleTreeFrame", .Dialog = "TSchedulePropsDialog", .Tab = "Wochenschaltplan"};
+
+// The workbench with the sample project, and the user's view of it, which is the view of one editor at a time. What
+// looks at widgets runs in their thread; what uses the mouse or the keyboard, in the user's.
 class TWorkbenchUser
 {
 public:
     explicit TWorkbenchUser(TRobot& robot) : m_robot(robot)
     {
+        m_editor = SceneEditor;
         m_robot.WaitFor(QStringLiteral("the scenes"), [] { return Tree() && Tree()->topLevelItemCount() == 1; });
         m_robot.See([] {
             Window()->setGeometry(WindowPlace);
@@ -60,6 +74,23 @@ public:
         });
         m_robot.WaitFor(QStringLiteral("the window in its place"),
                         [] { return Window()->size() == WindowPlace.size() && Tree()->width() > 200; });
+    }
+
+    // From now on the user works with this editor.
+    void TurnTo(const TEditor& editor)
+    {
+        m_robot.Click(m_robot.See([=] { return PlaceOfTab(QString::fromLatin1(editor.Tab)); }));
+        m_robot.See([=] {
+            m_editor = editor;
+            return true;
+        });
+        m_robot.WaitFor(QStringLiteral("the editor"),
+                        [] { return Tree() && Tree()->isVisible() && Tree()->topLevelItemCount() == 1; });
+    }
+    // Brings another pane to the front, as by its tab.
+    void ClickTab(const QString& title)
+    {
+        m_robot.Click(m_robot.See([=] { return PlaceOfTab(title); }));
     }
 
     // Widgets
@@ -76,11 +107,11 @@ public:
     static TMainWindow* Window() { return FindWindow<TMainWindow>(); }
     static QTreeWidget* Tree()
     {
-        return Window() ? Window()->findChild<QTreeWidget*>(QStringLiteral("TConfigTreeFrame")) : nullptr;
+        return Window() ? Window()->findChild<QTreeWidget*>(QLatin1StringView(m_editor.Tree)) : nullptr;
     }
     static QDialog* Dialog()
     {
-        const QList<QDialog*> dialogs = Window()->findChildren<QDialog*>(QStringLiteral("TScenePropsDialog"));
+        const QList<QDialog*> dialogs = Window()->findChildren<QDialog*>(QLatin1StringView(m_editor.Dialog));
         return dialogs.isEmpty() || !dialogs.first()->isVisible() ? nullptr : dialogs.first();
     }
     template <class TField> static TField* Field(const char* name)
@@ -92,28 +123,31 @@ public:
     }
     static QString TextOf(const char* field) { return Field<QLineEdit>(field)->text(); }
 
-    // Nodes are named by their captions; null for one that is not there.
-    static QTreeWidgetItem* Find(const QString& parent, const QString& caption)
+    // Nodes are named by their captions, from the one below the top on; null for one that is not there.
+    static QTreeWidgetItem* Find(const QStringList& path)
     {
-        QTreeWidgetItem* above = Tree()->topLevelItem(0);
-        if (!parent.isEmpty())
-            above = Child(above, parent);
-        return above ? Child(above, caption) : nullptr;
+        QTreeWidgetItem* item = Tree()->topLevelItem(0);
+        for (const QString& caption : path)
+            item = item ? Child(item, caption) : nullptr;
+        return item;
     }
-    static bool IsSelected(const QString& parent, const QString& caption)
+    static QTreeWidgetItem* Find(const QString& parent, const QString& caption) { return Find(Path(parent, caption)); }
+    static bool IsSelected(const QStringList& path)
     {
-        const QTreeWidgetItem* item = Find(parent, caption);
+        const QTreeWidgetItem* item = Find(path);
         return item && Tree()->selectedItems() == QList{const_cast<QTreeWidgetItem*>(item)};
     }
+    static bool IsSelected(const QString& parent, const QString& caption) { return IsSelected(Path(parent, caption)); }
     static bool IsModified() { return Tree()->isWindowModified(); }
 
     // Mouse and keyboard
-    QPoint PlaceOf(const QString& parent, const QString& caption)
+    QPoint PlaceOf(const QString& parent, const QString& caption) { return PlaceOf(Path(parent, caption)); }
+    QPoint PlaceOf(const QStringList& path)
     {
         const QPoint middle = m_robot.See([] { return CenterOf(Tree()->viewport()); });
         for (int i = 0; i < 100; ++i) {
             const QRect row = m_robot.See([=] {
-                const QRect found = Tree()->visualItemRect(Find(parent, caption));
+                const QRect found = Tree()->visualItemRect(Find(path));
                 return QRect(Tree()->viewport()->mapToGlobal(found.topLeft()), found.size());
             });
             const QRect view = m_robot.See(
@@ -122,16 +156,21 @@ public:
                 return {row.left() + 60, row.center().y()};
             m_robot.Wheel(middle, row.center().y() > middle.y());
         }
-        throw std::runtime_error("cannot scroll to " + caption.toStdString());
+        throw std::runtime_error("cannot scroll to " + path.join(u'/').toStdString());
     }
-    void Select(const QString& parent, const QString& caption)
+    void Select(const QString& parent, const QString& caption) { Select(Path(parent, caption)); }
+    void Select(const QStringList& path)
     {
-        m_robot.Click(PlaceOf(parent, caption));
-        m_robot.WaitFor(QStringLiteral("the selection of ") + caption, [=] { return IsSelected(parent, caption); });
+        m_robot.Click(PlaceOf(path));
+        m_robot.WaitFor(QStringLiteral("the selection of ") + path.last(), [=] { return IsSelected(path); });
     }
     void ChooseFromMenu(const QString& parent, const QString& caption, const QString& entry)
     {
-        m_robot.Click(PlaceOf(parent, caption), 3);
+        ChooseFromMenu(Path(parent, caption), entry);
+    }
+    void ChooseFromMenu(const QStringList& path, const QString& entry)
+    {
+        m_robot.Click(PlaceOf(path), 3);
         Choose(entry);
     }
     // From the popup menu that is opening.
@@ -177,7 +216,8 @@ public:
         const QRect frame = m_robot.See([] { return FrameOf(Dialog()); });
         const QPoint title(frame.center().x(), frame.top() + 8);
         const int right = WindowPlace.right() - frame.width() - 10;
-        m_robot.Drag(title, title + QPoint(right - frame.left(), 0));
+        const int bottom = WindowPlace.bottom() - frame.height() - 10;
+        m_robot.Drag(title, title + QPoint(right - frame.left(), bottom - frame.top()));
         m_robot.WaitFor(QStringLiteral("the dialog aside"), [=] { return FrameOf(Dialog()).left() > right - 20; });
     }
     void Answer(QMessageBox::StandardButton button)
@@ -219,9 +259,26 @@ private:
         }
         return nullptr;
     }
+    static QStringList Path(const QString& parent, const QString& caption)
+    {
+        return parent.isEmpty() ? QStringList{caption} : QStringList{parent, caption};
+    }
+    static QPoint PlaceOfTab(const QString& title)
+    {
+        const QList<QTabBar*> bars = Window()->findChildren<QTabBar*>();
+        for (const QTabBar* bar : bars) {
+            for (int i = 0; i < bar->count(); ++i) {
+                if (bar->isVisible() && bar->tabText(i) == title)
+                    return bar->mapToGlobal(bar->tabRect(i).center());
+            }
+        }
+        throw std::runtime_error("no tab " + title.toStdString());
+    }
     // The widget itself remembers its frame from before the window manager made one.
     static QRect FrameOf(const QWidget* widget) { return widget->windowHandle()->frameGeometry(); }
     static QPoint CenterOf(const QWidget* widget) { return widget->mapToGlobal(widget->rect().center()); }
+
+    static inline TEditor m_editor = SceneEditor; // belongs to the thread of the user interface
 
     TRobot& m_robot;
 };

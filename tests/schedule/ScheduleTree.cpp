@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
@@ -182,8 +183,6 @@ void TScheduleTree::Select(const std::vector<const char*>& names) const
 QLineEdit* TScheduleTree::OpenEditor(const char* name) const
 {
     Select({name});
-    m_frame->activateWindow();
-    m_frame->setFocus();
     PressKey(Qt::Key_F2);
     return m_frame->viewport()->findChild<QLineEdit*>();
 }
@@ -210,6 +209,9 @@ QAction* TScheduleTree::Action(const char* name) const
 
 void TScheduleTree::PressKey(Qt::Key key, Qt::KeyboardModifiers keys) const
 {
+    // A menu or the dialog may have been the active window; short cuts belong to the active one.
+    QApplication::setActiveWindow(m_frame.get());
+    m_frame->setFocus();
     QTest::keyClick(m_frame.get(), key, keys);
 }
 

@@ -96,7 +96,8 @@ TEST_F(ScheduleNodeModes, GiveTheRepaintingBackAndMarkTheTree)
 TEST_F(ScheduleEdit, NewGroupIsAppendedAndSelected)
 {
     for (const std::vector<const char*>& selected :
-         {std::vector<const char*>{}, std::vector<const char*>{"Wochenschaltplan"}, std::vector<const char*>{"Licht"}}) {
+         {std::vector<const char*>{}, std::vector<const char*>{"Wochenschaltplan"},
+          std::vector<const char*>{"Licht"}}) {
         const int count = Root()->Count();
         Select(selected);
         Run("MenuAction_CreateGroupExecute");
@@ -150,8 +151,7 @@ TEST_F(ScheduleEdit, NewDatapointIsTheLastOfItsGroupWithAFreshRecord)
         EXPECT_EQ(made->Parent(), Node(group));
         EXPECT_EQ(made->Index(), Node(group)->Count() - 1);
         EXPECT_EQ(TextOf(made), "Neuer Datenpunkt");
-        EXPECT_EQ(Record(made),
-                  "id=-1 name= alias=Neuer Datenpunkt source=0 type=0 access=5 enabled=1 min= max=");
+        EXPECT_EQ(Record(made), "id=-1 name= alias=Neuer Datenpunkt source=0 type=0 access=5 enabled=1 min= max=");
         EXPECT_EQ(made->ImageIndex(), 2);
     }
     EXPECT_TRUE(m_frame->IsModified());

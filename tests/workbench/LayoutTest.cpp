@@ -35,6 +35,31 @@ TEST(Layout, InstallationShowsTheScenes)
               QStringLiteral("Velmora.ConfigTree.1://?scenes=%PRJPATH%/_config/data/scenes/scenes.xml"));
 }
 
+TEST(Layout, InstallationShowsTheScheduleAndItsWeek)
+{
+    const TLayout layout = InstallationLayout();
+    EXPECT_EQ(layout.value(1).Id, QStringLiteral("schedule"));
+    EXPECT_EQ(layout.value(1).Class, QStringLiteral("Velmora.ScheduleTree.1"));
+    EXPECT_EQ(layout.value(1).Command,
+              QStringLiteral("Velmora.ScheduleTree.1://?schedules=%PRJPATH%/_config/data/schedule/schedule.xml"));
+    EXPECT_EQ(layout.value(1).OnProject, QStringLiteral("command"));
+    EXPECT_EQ(layout.last().Id, QStringLiteral("week"));
+    EXPECT_EQ(layout.last().Class, QStringLiteral("TWeekView"));
+    EXPECT_EQ(layout.last().Command, QStringLiteral("weekview://?pane=schedule"));
+    EXPECT_EQ(layout.last().Side, QStringLiteral("right"));
+}
+
+TEST(Layout, WhatHappensWithAnotherProjectIsRead)
+{
+    const auto onProject = [](const QByteArray& more) {
+        return ParseLayout(WithPanes(R"({"id":"a","title":"A","class":"X")" + more + "}"), QStringLiteral("f"))
+            .first()
+            .OnProject;
+    };
+    EXPECT_EQ(onProject(R"(,"onProject":"command")"), QStringLiteral("command"));
+    EXPECT_TRUE(onProject("").isEmpty());
+}
+
 TEST(Layout, PanesAreReadInTheirOrder)
 {
     const TLayout layout = ParseLayout(WithPanes(R"({"id":"b","title":"Büro","class":"X","command":"x://"},
@@ -77,6 +102,10 @@ TEST(Layout, DamageIsNamedWithFileAndReason)
         {WithPanes(R"({"id":"a","title":"A"})"), "\"class\" fehlt oder ist kein Text"},
         {WithPanes(R"({"id":"a","title":"A","class":"X","command":1})"), "\"command\" fehlt oder ist kein Text"},
         {WithPanes(R"({"id":"a","title":"A","class":"X","titel":"B"})"), "die Angabe \"titel\" ist unbekannt"},
+        {WithPanes(R"({"id":"a","title":"A","class":"X","side":"left"})"), "\"side\" kennt nur \"right\""},
+        {WithPanes(R"({"id":"a","title":"A","class":"X","onProject":"reload"})"),
+         "Bereich 1: \"onProject\" kennt nur \"command\""},
+        {WithPanes(R"({"id":"a","title":"A","class":"X","onProject":true})"), "\"onProject\" fehlt oder ist kein Text"},
         {WithPanes(R"({"id":"a=b","title":"A","class":"X"})"), "der Name \"a=b\" ist nicht erlaubt"},
         {WithPanes(R"({"id":"messages","title":"A","class":"X"})"), "der Name \"messages\" ist nicht erlaubt"},
         {WithPanes(R"({"id":"a","title":"A","class":"X"},{"id":"a","title":"B","class":"X"})"),

@@ -112,9 +112,10 @@ TEST_F(MainWindowMenus, ViewMenuListsEveryPane)
 TEST_F(MainWindowMenus, ViewMenuFollowsTheLayout)
 {
     ASSERT_TRUE(Window().CloseProject());
-    EXPECT_EQ(Entries("ViewMenu").first(5),
-              (QStringList{QStringLiteral("Szenen"), QStringLiteral("EIB"), QStringLiteral("Modbus"),
-                           QStringLiteral("Virtuell"), QStringLiteral("Meldungen")}));
+    EXPECT_EQ(Entries("ViewMenu").first(7),
+              (QStringList{QStringLiteral("Szenen"), QStringLiteral("Wochenschaltplan"), QStringLiteral("EIB"),
+                           QStringLiteral("Modbus"), QStringLiteral("Virtuell"), QStringLiteral("Wochenansicht"),
+                           QStringLiteral("Meldungen")}));
 }
 
 TEST_F(MainWindowMenus, ProjectCanBeClosedOnlyWhileOneIsOpen)

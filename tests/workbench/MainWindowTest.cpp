@@ -6,6 +6,8 @@
 #include "WorkbenchSupport.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -74,6 +76,23 @@ TEST_F(MainWindowTest, ComponentsStayAndReloadWhenTheLayoutStays)
     EXPECT_EQ(component->Commands.size(), 1);
 }
 
+TEST_F(MainWindowTest, CommandIsSentAgainForAnotherProjectWhereTheLayoutAsksForIt)
+{
+    ASSERT_TRUE(Window().OpenProject(MakeProject(House)));
+    Window().Panes().LoadAll();
+    const TTestComponent& component = Component(QStringLiteral("schedule"));
+    EXPECT_EQ(component.Commands.size(), 1);
+    const QString other = MakeProject(QStringLiteral("Anderes"));
+    m_messages.Notes.clear();
+    ASSERT_TRUE(Window().OpenProject(other));
+    EXPECT_EQ(component.Commands.size(), 2);
+    EXPECT_EQ(component.Commands.first(), component.Commands.last());
+    // After the component has heard of the project itself.
+    EXPECT_TRUE(m_messages.Notes.last().contains(other)) << m_messages.Notes.last().toStdString();
+    ASSERT_TRUE(Window().CloseProject());
+    EXPECT_EQ(component.Commands.size(), 2);
+}
+
 TEST_F(MainWindowTest, PanesThatGoNeverSeeTheOtherProject)
 {
     ASSERT_TRUE(Window().OpenProject(MakeProject(House)));
@@ -107,6 +126,44 @@ TEST_F(MainWindowTest, NewProjectIsMadeAndOpened)
 {
     ASSERT_TRUE(Window().CreateProject(m_directory.filePath(QStringLiteral("Neu")), QStringLiteral("Neubau")));
     EXPECT_EQ(Window().windowTitle(), QStringLiteral("Neubau – Velmora Folders"));
+}
+
+TEST_F(MainWindowTest, NewProjectHoldsEmptyDocuments)
+{
+    const QString root = m_directory.filePath(QStringLiteral("Neu"));
+    ASSERT_TRUE(Window().CreateProject(root, QStringLiteral("Neubau")));
+    const auto empty = [](const QByteArray& name) {
+        return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n<" + name + ">\r\n</" + name + ">\r\n";
+    };
+    const QString data = root + QStringLiteral("/_config/data/");
+    EXPECT_EQ(ReadAll(data + QStringLiteral("schedule/schedule.xml")), empty("eibnet"));
+    EXPECT_EQ(ReadAll(data + QStringLiteral("scenes/scenes.xml")), empty("scenes"));
+    EXPECT_EQ(ReadAll(data + QStringLiteral("scenes/trigger_allowed.xml")), empty("trigger"));
+    EXPECT_EQ(ReadAll(data + QStringLiteral("scenes/actions_allowed.xml")), empty("actions"));
+    EXPECT_TRUE(QFileInfo(data + QStringLiteral("schedule/schedule.xml")).isWritable());
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
+}
+
+TEST_F(MainWindowTest, NewProjectKeepsDocumentsThatAreThere)
+{
+    const QString root = m_directory.filePath(QStringLiteral("Neu"));
+    const QString scenes = root + QStringLiteral("/_config/data/scenes");
+    ASSERT_TRUE(QDir().mkpath(scenes));
+    WriteAll(scenes + QStringLiteral("/scenes.xml"), "alt");
+    ASSERT_TRUE(Window().CreateProject(root, QStringLiteral("Neubau")));
+    EXPECT_EQ(ReadAll(scenes + QStringLiteral("/scenes.xml")), "alt");
+    EXPECT_FALSE(ReadAll(scenes + QStringLiteral("/trigger_allowed.xml")).isEmpty());
+}
+
+TEST_F(MainWindowTest, NewProjectIsOpenedEvenIfADocumentIsMissing)
+{
+    const QString root = m_directory.filePath(QStringLiteral("Neu"));
+    const QString schedule = root + QStringLiteral("/_config/data/schedule/schedule.xml");
+    ASSERT_TRUE(QDir().mkpath(schedule));
+    ASSERT_TRUE(Window().CreateProject(root, QStringLiteral("Neubau")));
+    EXPECT_EQ(Window().windowTitle(), QStringLiteral("Neubau – Velmora Folders"));
+    ASSERT_EQ(m_messages.Errors.size(), 1);
+    EXPECT_TRUE(m_messages.Errors.first().contains(QStringLiteral("schedule.xml")));
 }
 
 TEST_F(MainWindowTest, NewProjectNeverReplacesOne)

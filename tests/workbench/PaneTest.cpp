@@ -162,6 +162,29 @@ TEST_F(PaneTest, ClosingEndsTheComponentAndShowingMakesItAnew)
     EXPECT_EQ(Component(A).Commands, QStringList{QStringLiteral("x://")});
 }
 
+TEST_F(PaneTest, ComponentsAreFoundByTheNameOfTheirPane)
+{
+    Window().Panes().SetLayout({TestPane(A), TestPane(B)});
+    Pane(A).Load();
+    EXPECT_EQ(Window().Panes().ComponentOf(A), &Component(A));
+    EXPECT_EQ(Window().Panes().ComponentOf(B), nullptr);
+    EXPECT_EQ(Window().Panes().ComponentOf(QStringLiteral("c")), nullptr);
+}
+
+TEST_F(PaneTest, AnotherProjectSendsTheCommandOnlyWhereTheLayoutAsksForIt)
+{
+    TPaneSetup asks = TestPane(A, QStringLiteral("x://"));
+    asks.OnProject = QStringLiteral("command");
+    TPaneSetup fails = TestPane(QStringLiteral("c"), QStringLiteral("throw"));
+    fails.OnProject = asks.OnProject;
+    Show({fails, asks, TestPane(B, QStringLiteral("y://"))});
+    m_messages.Errors.clear();
+    Window().Panes().HandleOtherProject();
+    EXPECT_EQ(Component(A).Commands.size(), 2);
+    EXPECT_EQ(Component(B).Commands.size(), 1);
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("Geworfen")});
+}
+
 TEST_F(PaneTest, EqualLayoutKeepsThePanes)
 {
     Show({TestPane(A)});

@@ -49,8 +49,10 @@ void TTestComponent::Register()
     RegisterComponent(ClassName, [](QWidget* parent) { return new TTestComponent(parent); });
     IInterface* found = nullptr;
     FindApplicationInterface(IID_IRegisterClient, &found);
-    if (auto* clients = static_cast<IRegisterClient*>(found))
-        clients->RegisterComponentClass(QString::fromLatin1(ProgIdConfigTree), ClassName);
+    if (auto* clients = static_cast<IRegisterClient*>(found)) {
+        for (const char* progId : {ProgIdConfigTree, ProgIdScheduleTree})
+            clients->RegisterComponentClass(QString::fromLatin1(progId), ClassName);
+    }
 }
 
 void TTestComponent::Unregister()

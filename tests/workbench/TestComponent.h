@@ -21,7 +21,7 @@ public:
     explicit TTestComponent(QWidget* parent);
     ~TTestComponent() override;
 
-    // Makes the class known, and the ProgID through the application's client registry.
+    // Makes the class known, and the editors' ProgIDs through the application's client registry.
     static void Register();
     static void Unregister();
 

@@ -13,7 +13,7 @@ struct TWeekRoom
 {
     int BoxMinutes = 60; // the part of the day that one box covers, 1 or more
     int Lanes = 1;       // how many boxes find room side by side, 1 or more
-    int MostRows = 1;    // how many boxes may stand below one another where only one would stand at its time
+    int MostRows = 1;    // how many boxes of one time may stand below one another, where the room is free
 };
 
 // One box in the column of a day: an entry, or several where no more of them find room one by one.

@@ -22,7 +22,9 @@ QString ToolTipLine(const TWeekEntry& entry)
 {
     QString line = EntryText(entry, true).toHtmlEscaped();
     if (!entry.Active)
-        line += QStringLiteral(" (inaktiv)");
+        line += QStringLiteral(" · inaktiv");
+    if (entry.PostProcess)
+        line += QStringLiteral(" · Nachfahren");
     return line;
 }
 

@@ -1,0 +1,158 @@
+#include "IMenuTree.h"
+
+#include "CaptionFile.h"
+#include "TreeImages.h"
+#include "Vlapputils.h"
+#include "Vlerrors.h"
+#include "Vltext.h"
+
+#include <QScopedValueRollback>
+
+namespace
+{
+
+const auto ClassName = QStringLiteral("TMenuTreeFrame");
+const auto DefaultFile = QStringLiteral("%PRJPATH%\\_menu\\menu.xml");
+constexpr int DefaultLevels = 2;
+
+// The nodes of a caption file: a line at level 1 makes a root, the menu first.
+TMenuNodes ReadCaptions(const QString& path)
+{
+    std::vector<TCaptionLine> lines = ReadCaptionFile(path);
+    TMenuNode top(QString(), miRoot);
+    BuildFromCaptions(lines, &top, [&top](TMenuNode* parent, const QString& caption) {
+        const bool isRoot = parent == &top;
+        const bool isLink = !isRoot && parent->Parent() == &top && parent->Index() == 1;
+        TVlMenuItem item{.Caption = caption, .Kind = isLink ? mkLink : mkItem};
+        const bool isMain = !isRoot && !isLink && parent->Parent() == &top;
+        auto* node =
+            isRoot ? new TMenuNode(caption, miRoot) : new TMenuNode(std::move(item), isMain ? miMainItem : miSubItem);
+        parent->addChild(node);
+        return node;
+    });
+    constexpr int Roots = 2;
+    if (top.Count() != Roots)
+        ThrowMalformedCaptions(path, static_cast<qsizetype>(lines.size()), QStringLiteral("Baum mit zwei Zweigen"));
+    TMenuNodes roots;
+    const QList<QTreeWidgetItem*> taken = top.takeChildren();
+    for (QTreeWidgetItem* root : taken)
+        roots.emplace_back(static_cast<TTreeNode*>(root));
+    return roots;
+}
+
+} // namespace
+
+TMenuTreeFrame::TMenuTreeFrame(QWidget* parent)
+    : TCmdTreeFrame(parent), m_fileTemplate(DefaultFile), m_menuPath(ExpandPath(DefaultFile)), m_files(this)
+{
+    setObjectName(ClassName);
+    setAccessibleName(QStringLiteral("Menu"));
+    setExpandsOnDoubleClick(false);
+    setSelectionMode(SingleSelection);
+    InitializeMenu({});
+    MakePopupMenu(this, PopupRows());
+    SetEditable(true);
+    connect(this, &QTreeWidget::itemActivated, this,
+            [this](QTreeWidgetItem* item) { Guarded([&] { ShowInDialog(static_cast<TMenuNode*>(item)); }); });
+}
+
+TMenuTreeFrame::~TMenuTreeFrame()
+{
+    FinalizeMenu();
+}
+
+int TMenuTreeFrame::InitializeMenu(const QString& path)
+{
+    SetImages({TreeImage(tiMainItem), TreeImage(tiSubItem), TreeImage(tiMenu)});
+    if (path.isEmpty() || TopNode())
+        return 0;
+    ReplaceContent(ReadCaptions(path));
+    m_menuRoot.Set(static_cast<TMenuNode*>(topLevelItem(0)));
+    m_linkRoot.Set(static_cast<TMenuNode*>(topLevelItem(1)));
+    return CountNodes();
+}
+
+void TMenuTreeFrame::BeginCommand(const QString&)
+{
+    m_menuPath = ExpandPath(m_fileTemplate);
+    m_styleTemplate.clear();
+    m_outputTemplate.clear();
+    m_header.StylePath.clear();
+    m_outputPath.clear();
+    m_header.Levels = DefaultLevels;
+}
+
+void TMenuTreeFrame::ApplyCommandItem(const QString& key, const QString& value)
+{
+    if (SameText(key, u"file")) {
+        m_fileTemplate = value;
+        m_menuPath = DecodePath(value);
+        LoadData(m_menuPath);
+        SetProjectListener(m_fileTemplate);
+    } else if (SameText(key, u"style")) {
+        m_styleTemplate = value;
+        ResolveStyle();
+    } else if (SameText(key, u"out")) {
+        m_outputTemplate = value;
+        ResolveOutput();
+    } else if (SameText(key, u"level")) {
+        m_header.Levels = StrToIntDef(value, DefaultLevels);
+    } else if (SameText(key, u"alarm")) {
+        m_alarmLink = value;
+    } else if (SameText(key, u"config")) {
+        m_configLink = value;
+    } else if (SameText(key, u"logout")) {
+        m_logoutLink = value;
+    }
+}
+
+void TMenuTreeFrame::FinishCommand()
+{
+    ApplyMenuRules();
+}
+
+void TMenuTreeFrame::ResolveStyle()
+{
+    const QString path = DecodePath(m_styleTemplate);
+    if (FileExists(path))
+        m_header.StylePath = path;
+}
+
+void TMenuTreeFrame::ResolveOutput()
+{
+    const QString path = DecodePath(m_outputTemplate);
+    if (FileExists(path) || (!path.isEmpty() && DirectoryExists(ExtractFileDir(path))))
+        m_outputPath = path;
+}
+
+// Whatever named a file of the project before does not name one of this project.
+void TMenuTreeFrame::ForgetProjectPaths()
+{
+    m_linksPath.clear();
+    m_header.Logo.clear();
+    m_header.StylePath.clear();
+    m_outputPath.clear();
+    ResolveStyle();
+    ResolveOutput();
+}
+
+void TMenuTreeFrame::ReloadForProject()
+{
+    ForgetProjectPaths();
+    EnsureRoots();
+    RemoveStrays();
+    ReplaceChildren(LinkRoot(), {});
+    ReplaceChildren(MenuRoot(), {});
+    m_menuPath = DecodePath(m_fileTemplate);
+    LoadData(m_menuPath);
+}
+
+void InitializeMenuUnit()
+{
+    RegisterEditor(ClassName, ProgIdMenuTree, [](QWidget* parent) -> QWidget* { return new TMenuTreeFrame(parent); });
+}
+
+void FinalizeMenuUnit()
+{
+    UnregisterComponent(ClassName);
+}

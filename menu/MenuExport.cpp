@@ -1,0 +1,165 @@
+#include "MenuExport.h"
+
+#include "FileAccessPolicy.h"
+#include "Vlapputils.h"
+#include "Vlerrors.h"
+#include "Vlfilereplacer.h"
+#include "XmlMessages.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <libxml/parser.h>
+#include <libxslt/security.h>
+#include <libxslt/transform.h>
+#include <libxslt/xslt.h>
+#include <libxslt/xsltInternals.h>
+#include <libxslt/xsltutils.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace
+{
+
+// What one transformation may take. The product's stylesheet takes 4 million instructions and 26 million steps of paths
+// for a menu of 110,000 items.
+constexpr unsigned long InstructionLimit = 50'000'000;
+constexpr unsigned long PathStepLimit = 150'000'000;
+
+struct TXmlDeleter
+{
+    void operator()(xmlDocPtr document) const { xmlFreeDoc(document); }
+    void operator()(xsltStylesheetPtr style) const { xsltFreeStylesheet(style); }
+    void operator()(xsltTransformContextPtr context) const { xsltFreeTransformContext(context); }
+    void operator()(xsltSecurityPrefsPtr preferences) const { xsltFreeSecurityPrefs(preferences); }
+    void operator()(xmlChar* text) const { xmlFree(text); }
+};
+
+template <class T> using TXmlPointer = std::unique_ptr<T, TXmlDeleter>;
+
+QByteArray LocalPath(const QString& path)
+{
+    return QFile::encodeName(ToPlatformPath(path));
+}
+
+int MayRead(xsltSecurityPrefsPtr, xsltTransformContextPtr, const char* path)
+{
+    return TFileAccessPolicy::Current() && TFileAccessPolicy::Current()->MayRead(path) ? 1 : 0;
+}
+
+TXmlPointer<xsltSecurityPrefs> MakePreferences()
+{
+    TXmlPointer<xsltSecurityPrefs> preferences(xsltNewSecurityPrefs());
+    xsltSetSecurityPrefs(preferences.get(), XSLT_SECPREF_READ_FILE, MayRead);
+    for (const xsltSecurityOption forbidden : {XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY,
+                                               XSLT_SECPREF_READ_NETWORK, XSLT_SECPREF_WRITE_NETWORK})
+        xsltSetSecurityPrefs(preferences.get(), forbidden, xsltSecurityForbid);
+    return preferences;
+}
+
+// The preferences hold for everything that the library loads while they live, also where there is no context yet.
+class TDefaultPreferences
+{
+public:
+    TDefaultPreferences() : m_preferences(MakePreferences()), m_previous(xsltGetDefaultSecurityPrefs())
+    {
+        xsltSetDefaultSecurityPrefs(m_preferences.get());
+    }
+    ~TDefaultPreferences() { xsltSetDefaultSecurityPrefs(m_previous); }
+    TDefaultPreferences(const TDefaultPreferences&) = delete;
+    TDefaultPreferences& operator=(const TDefaultPreferences&) = delete;
+
+    xsltSecurityPrefsPtr Get() const { return m_preferences.get(); }
+
+private:
+    TXmlPointer<xsltSecurityPrefs> m_preferences;
+    xsltSecurityPrefsPtr m_previous;
+};
+
+// Null when the stylesheet gave up, or was stopped, on the way.
+TXmlPointer<xmlDoc> Apply(xsltStylesheetPtr style, xmlDocPtr menu, xsltSecurityPrefsPtr preferences)
+{
+    const TXmlPointer<xsltTransformContext> context(xsltNewTransformContext(style, menu));
+    if (!context || xsltSetCtxtSecurityPrefs(preferences, context.get()) != 0)
+        return nullptr;
+    context->opLimit = InstructionLimit;
+    context->xpathCtxt->opLimit = PathStepLimit;
+    const char* noParameters[] = {nullptr};
+    TXmlPointer<xmlDoc> result(xsltApplyStylesheetUser(style, menu, noParameters, nullptr, nullptr, context.get()));
+    if (context->state != XSLT_STATE_OK)
+        return nullptr;
+    return result;
+}
+
+void WriteOutput(const QString& outputPath, const char* text, int length)
+{
+    if (outputPath.startsWith(u"stdout", Qt::CaseInsensitive)) {
+        std::fwrite(text, 1, static_cast<std::size_t>(length), stdout);
+        std::fflush(stdout);
+        return;
+    }
+    TFileReplacer replacer(outputPath);
+    if (replacer.Device().write(text, length) != length)
+        throw TFileError(replacer.Device().errorString());
+    replacer.Commit();
+}
+
+int Save(xmlDocPtr result, xsltStylesheetPtr style, const QString& outputPath)
+{
+    xmlChar* text = nullptr;
+    int length = 0;
+    const int code = xsltSaveResultToString(&text, &length, result, style);
+    const TXmlPointer<xmlChar> owner(text);
+    if (code >= 0 && length > 0)
+        WriteOutput(outputPath, reinterpret_cast<const char*>(text), length);
+    return code;
+}
+
+int Transform(const TMenuTransformation& transformation)
+{
+    const TDefaultPreferences preferences;
+    const QByteArray stylePath = LocalPath(transformation.StylePath);
+    const QByteArray menuPath = LocalPath(transformation.MenuPath);
+    // Stays on in the process; readers have options of their own.
+    xmlSubstituteEntitiesDefault(1);
+    const TXmlPointer<xsltStylesheet> style(
+        xsltParseStylesheetFile(reinterpret_cast<const xmlChar*>(stylePath.constData())));
+    TFileAccessPolicy::ExpectDocument();
+    const TXmlPointer<xmlDoc> menu(xmlParseFile(menuPath.constData()));
+    if (!style || !menu)
+        return -1;
+    const TXmlPointer<xmlDoc> result = Apply(style.get(), menu.get(), preferences.Get());
+    return result ? Save(result.get(), style.get(), transformation.OutputPath) : -1;
+}
+
+} // namespace
+
+TTransformationOutcome TransformMenu(const TMenuTransformation& transformation)
+{
+    const TXmlMessages messages;
+    const TFileAccessPolicy policy(transformation.ReadableRoots, {transformation.StylePath, transformation.MenuPath});
+    TTransformationOutcome outcome;
+    outcome.Saved = Transform(transformation);
+    xsltCleanupGlobals();
+    outcome.Reason = messages.First();
+    return outcome;
+}
+
+void PrepareMenuDirectory(const QString& directory)
+{
+    if (DirectoryExists(directory))
+        return;
+    ForceDirectories(directory);
+    const auto part = [](const char* name) { return QString::fromLatin1(name); };
+    const QString templates =
+        JoinFilePath(ExpandEnvStrings(part("%NORHOME%")),
+                     {part("config"), part("lang"), part("shared"), part("templates"), part("kolt"), part("_menu")});
+    for (const char* name : {"menu.xsl", "menu.js", "menu.css"}) {
+        try {
+            CopyFileTo(JoinFilePath(templates, {part(name)}), JoinFilePath(directory, {part(name)}), false);
+        } catch (const TFileError&) {
+            // A missing template does not keep anybody from exporting.
+        }
+    }
+}
