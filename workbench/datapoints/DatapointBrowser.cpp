@@ -1,5 +1,6 @@
 #include "DatapointBrowser.h"
 
+#include "DatapointKey.h"
 #include "DatapointModel.h"
 #include "ImportDialog.h"
 #include "Vlapputils.h"
@@ -185,8 +186,8 @@ void TDatapointBrowser::Reload()
                        .arg(m_store.Datapoints().size())
                        .arg(files == 1 ? m_store.Files().first().Name : QStringLiteral("%1 Dateien").arg(files)));
     }
-    for (const QString& problem : m_store.Problems())
-        Note(this, problem);
+    for (const TFileProblem& problem : m_store.Problems())
+        Note(this, problem.Text());
 }
 
 void TDatapointBrowser::ShowStore()
@@ -262,7 +263,7 @@ void TDatapointBrowser::MenuAction_Copy()
     if (!selected)
         return;
     QMimeData* content = m_model->mimeData(m_view->selectionModel()->selectedRows());
-    content->setText(selected->Address);
+    content->setText(DatapointIdentifier(*selected));
     QApplication::clipboard()->setMimeData(content);
 }
 

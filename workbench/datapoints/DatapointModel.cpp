@@ -1,5 +1,6 @@
 #include "DatapointModel.h"
 
+#include "DatapointKey.h"
 #include "Vldragobjects.h"
 
 #include <QHash>
@@ -52,7 +53,7 @@ void TDatapointModel::Rebuild()
         }
         TNode leaf;
         leaf.Datapoint = i;
-        leaf.Searched = (datapoint.Name + u'\n' + datapoint.Address).toCaseFolded();
+        leaf.Searched = (datapoint.Name + u'\n' + DatapointIdentifier(datapoint)).toCaseFolded();
         AppendNode(groups.value(datapoint.Group), std::move(leaf));
     }
     m_shownDatapoints = 0;
@@ -177,7 +178,7 @@ QMimeData* TDatapointModel::mimeData(const QModelIndexList& indexes) const
             continue;
         const int eisNumber = m_store.EisNumber(*datapoint);
         TPropertyDragObject object;
-        object.Add(QStringLiteral("name"), datapoint->Address);
+        object.Add(QStringLiteral("name"), DatapointIdentifier(*datapoint));
         object.Add(QStringLiteral("label"), datapoint->Name);
         object.Add(QStringLiteral("type"), eisNumber == 0 ? QString() : QString::number(eisNumber));
         return object.ToMimeData();

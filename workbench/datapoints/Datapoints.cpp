@@ -52,7 +52,7 @@ void ReportDamage(const TDecodedText& decoded, TImportCollector& collector)
 TImportResult ReadDatapoints(TDatapointKind kind, const QByteArray& content, const TImportOptions& options)
 {
     TImportResult result;
-    TImportCollector collector(result, options);
+    TImportCollector collector(kind, result, options);
     const TDecodedText decoded = DecodeText(content, options.Encoding);
     result.Encoding = decoded.Encoding;
     if (QStringView(decoded.Text).trimmed().isEmpty()) {

@@ -116,7 +116,7 @@ private:
                          .Name = OwnName(*row.Row),
                          .Group = GroupOf(row),
                          .EisNumber = m_collector.KnownType(EisOfDatapointTypes(types), types, row.Row->Line)},
-                        QString::number(BusValue(row.Address)), row.Row->Line);
+                        row.Row->Line);
     }
 
     const TGroupAddressColumns& m_columns;

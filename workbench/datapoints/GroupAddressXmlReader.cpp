@@ -129,7 +129,7 @@ private:
                          .Name = Attribute(QLatin1String("Name")),
                          .Group = m_group,
                          .EisNumber = m_collector.KnownType(EisOfDatapointTypes(types), types, line)},
-                        QString::number(BusValue(address)), line);
+                        line);
     }
 
     void ReportError()

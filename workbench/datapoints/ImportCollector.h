@@ -13,10 +13,10 @@ QString QuotedPiece(QStringView text);
 class TImportCollector
 {
 public:
-    TImportCollector(TImportResult& result, const TImportOptions& options);
+    TImportCollector(TDatapointKind kind, TImportResult& result, const TImportOptions& options);
 
-    // Takes a datapoint that is written in `line`. Datapoints of the same `key` are doubled.
-    void Add(TDatapoint datapoint, const QString& key, qsizetype line);
+    // Takes a datapoint that is written in `line`. Datapoints of the same key are doubled.
+    void Add(TDatapoint datapoint, qsizetype line);
 
     void Report(qsizetype line, const QString& reason);
 
@@ -46,6 +46,7 @@ private:
 
     void ReportDoubled(const QString& address, TFirst& first, qsizetype line);
 
+    TDatapointKind m_kind;
     TImportResult& m_result;
     const TImportOptions& m_options;
     QHash<QString, TFirst> m_firsts;

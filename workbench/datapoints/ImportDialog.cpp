@@ -1,5 +1,6 @@
 #include "ImportDialog.h"
 
+#include "DatapointKey.h"
 #include "Vlapputils.h"
 #include "Vlerrors.h"
 #include "Vlmessages.h"
@@ -27,14 +28,14 @@ constexpr int PatienceMilliseconds = 500; // before progress is shown
 QTreeWidgetItem* MakeRow(const TDatapoint& datapoint, const QString& change)
 {
     const QString type = datapoint.EisNumber == 0 ? QString() : QStringLiteral("EIS %1").arg(datapoint.EisNumber);
-    return new QTreeWidgetItem({datapoint.Address, datapoint.Name, type, change});
+    return new QTreeWidgetItem({DatapointIdentifier(datapoint), datapoint.Name, type, change});
 }
 
 QSet<QString> Addresses(const QList<TDatapoint>& datapoints)
 {
     QSet<QString> addresses;
     for (const TDatapoint& datapoint : datapoints)
-        addresses.insert(datapoint.Address + datapoint.Group.value(0));
+        addresses.insert(DatapointIdentifier(datapoint));
     return addresses;
 }
 
@@ -119,6 +120,15 @@ QString TImportDialog::ReplacedFile() const
     return m_replaced->currentData().toString();
 }
 
+TDatapointImport TImportDialog::Requested() const
+{
+    return {.FileName = TargetName(),
+            .Content = m_content,
+            .Encoding = ChosenEncoding(),
+            .Replaced = ReplacedFile(),
+            .Result = m_result};
+}
+
 QString TImportDialog::TargetName() const
 {
     return ExtractFileName(m_path);
@@ -159,7 +169,7 @@ bool TImportDialog::Preview()
 
 void TImportDialog::ShowResult()
 {
-    const TImportChanges changes = m_store.Compare(ReplacedFile(), m_result);
+    const TImportChanges changes = m_store.Compare(Requested());
     if (m_result.Recognised) {
         m_summary->setText(QStringLiteral("%1, %2: %3 Datenpunkte, davon %4 neu und %5 umbenannt; %6 entfallen. "
                                           "%7 Meldungen.")
@@ -192,7 +202,7 @@ void TImportDialog::ShowDatapoints(const TImportChanges& changes)
     for (const TDatapoint& datapoint : changes.Gone)
         changed.append(MakeRow(datapoint, QStringLiteral("entfällt")));
     for (const TDatapoint& datapoint : std::as_const(m_result.Datapoints)) {
-        const QString key = datapoint.Address + datapoint.Group.value(0);
+        const QString key = DatapointIdentifier(datapoint);
         if (added.contains(key))
             changed.append(MakeRow(datapoint, QStringLiteral("neu")));
         else if (renamed.contains(key))
@@ -217,7 +227,7 @@ void TImportDialog::done(int result)
 bool TImportDialog::Import()
 {
     try {
-        m_store.Import(TargetName(), m_content, ChosenEncoding(), ReplacedFile());
+        m_store.Import(Requested());
     } catch (const TUserError& error) {
         ShowError(error.Message());
         return false;

@@ -35,6 +35,7 @@ private:
     QString ChosenEncoding() const;
     QString ReplacedFile() const;
     QString TargetName() const;
+    TDatapointImport Requested() const;
     void ShowResult();
     void ShowDatapoints(const TImportChanges& changes);
     bool Import();

@@ -39,7 +39,7 @@ void ReadLine(QStringView line, qsizetype number, TImportCollector& collector)
                    .Name = label.isEmpty() ? variable : label,
                    .Group = {},
                    .EisNumber = collector.KnownType(EisOfNumber(type), type, number)},
-                  variable, number);
+                  number);
 }
 
 } // namespace
