@@ -2,6 +2,7 @@
 #include "Vldragobjects.h"
 #include "DatapointBrowser.h"
 #include "DatapointModel.h"
+#include "DatapointView.h"
 #include "ImportDialog.h"
 
 #include <QApplication>
@@ -15,7 +16,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
-#include <QTreeWidget>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -146,7 +146,7 @@ TEST_F(DatapointBrowser, ChoosesTypesForUndeterminedAddressesOnly)
     EXPECT_FALSE(Action("MenuAction_ChooseType")->isEnabled());
     m_browser.View()->setCurrentIndex(Find(QStringLiteral("2/1/1")));
     EXPECT_TRUE(Action("MenuAction_ChooseType")->isEnabled());
-    Action("MenuAction_ChooseType")->menu()->actions().at(5)->trigger();
+    m_browser.findChild<QMenu*>(QStringLiteral("MenuTypes"))->actions().at(5)->trigger();
     EXPECT_EQ(Find(QStringLiteral("2/1/1")).siblingAtColumn(TDatapointModel::ColumnType).data().toString(),
               QStringLiteral("EIS 5"));
 }
@@ -196,7 +196,7 @@ TEST_F(DatapointBrowser, ImportsAfterAPreview)
         replaced->setCurrentIndex(replaced->findData(QStringLiteral("haus.esf")));
         EXPECT_TRUE(
             dialog.findChild<QLabel*>(QStringLiteral("LabelSummary"))->text().contains(QStringLiteral("1 neu")));
-        EXPECT_EQ(dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"))->topLevelItemCount(), 4);
+        EXPECT_EQ(dialog.findChild<QTreeView*>(QStringLiteral("TreePreview"))->model()->rowCount(), 4);
         dialog.findChild<QPushButton*>(QStringLiteral("BtnImport"))->click();
     });
     EXPECT_TRUE(dialog.Execute());
@@ -224,11 +224,11 @@ TEST_F(DatapointBrowser, ShowsUmlautsInTheChosenEncodingBeforeTheImport)
     TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         auto* encodings = dialog.findChild<QComboBox*>(QStringLiteral("CBoxEncoding"));
-        const auto* preview = dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"));
+        const auto* preview = dialog.findChild<QTreeView*>(QStringLiteral("TreePreview"));
         const auto shown = [preview] {
             QStringList names;
-            for (int i = 0; i < preview->topLevelItemCount(); ++i)
-                names.append(preview->topLevelItem(i)->text(1));
+            for (int i = 0; i < preview->model()->rowCount(); ++i)
+                names.append(preview->model()->index(i, 1).data().toString());
             return names;
         };
         encodings->setCurrentIndex(encodings->findData(QStringLiteral("IBM850")));

@@ -117,7 +117,6 @@ TEST_F(MergedRegisters, AreDraggedByNamesThatAreDifferentToo)
     Import(QStringLiteral("a.csv"), "deviceId;Registertyp;Adresse;Name\n"
                                     "1;Holding;16;a\n2;Holding;16;b\n2;Input;16;c\n;;16;d\n");
     TDatapointModel model(m_store, nullptr);
-    model.Rebuild();
     QSet<QString> names;
     const QModelIndexList rows = model.match(model.index(0, 0), Qt::DisplayRole, QStringLiteral("16"), -1,
                                              Qt::MatchExactly | Qt::MatchRecursive);
