@@ -9,7 +9,6 @@
 namespace
 {
 
-constexpr qsizetype LongestName = 1000;
 constexpr qsizetype LongestPiece = 60;
 constexpr int LinesPerProgress = 512;
 
@@ -133,7 +132,7 @@ bool TImportCollector::Advance(double done)
         return true;
     }
     m_untilProgress = LinesPerProgress;
-    m_result.Cancelled = !m_options.Progress(done);
+    m_result.Cancelled = !m_options.Progress(DecodingShare + (1 - DecodingShare) * done);
     return !m_result.Cancelled;
 }
 

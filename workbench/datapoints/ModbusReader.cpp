@@ -94,6 +94,8 @@ void ReadModbusRegisters(QStringView text, TImportCollector& collector)
     const char separator = FindSeparator(text);
     const QList<TCsvRow> rows =
         ReadCsvRows(text, separator, [&](double done) { return collector.Advance(0.5 * done); });
+    if (collector.IsCancelled())
+        return;
     const auto columns = FindModbusColumns(rows);
     if (!columns) {
         collector.Report(0, WhyNoList(rows));
