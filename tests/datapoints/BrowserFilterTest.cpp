@@ -1,9 +1,9 @@
 #include "DatapointBrowser.h"
 #include "DatapointModel.h"
-#include "DatapointView.h"
 #include "StoreFixture.h"
 
 #include <QLineEdit>
+#include <QTreeView>
 #include <QTest>
 
 namespace

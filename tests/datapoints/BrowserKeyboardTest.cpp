@@ -1,6 +1,5 @@
 #include "DatapointBrowser.h"
 #include "DatapointModel.h"
-#include "DatapointView.h"
 #include "ImportDialog.h"
 #include "StoreFixture.h"
 #include "Vldragobjects.h"
@@ -9,6 +8,7 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QTreeView>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>

@@ -2,7 +2,6 @@
 #include "Vldragobjects.h"
 #include "DatapointBrowser.h"
 #include "DatapointModel.h"
-#include "DatapointView.h"
 #include "ImportDialog.h"
 
 #include <QApplication>

@@ -190,6 +190,11 @@ void TDatapointBrowser::NoteProblems()
         Note(this, line);
 }
 
+QTreeView* TDatapointBrowser::View() const
+{
+    return m_view;
+}
+
 void TDatapointBrowser::ShowStore()
 {
     Filter(m_filter->text());

@@ -10,6 +10,7 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QTreeView;
 class TDatapointModel;
 class TDatapointView;
 
@@ -33,7 +34,7 @@ public:
     void QueryCmd(const char* command, bool& accepted) override;
 
     TDatapointStore& Store() { return m_store; }
-    TDatapointView* View() const { return m_view; }
+    QTreeView* View() const;
     QLineEdit* FilterLine() const { return m_filter; }
 
     // Shows what the store holds by now.

@@ -55,6 +55,7 @@ private:
         }
         m_firsts.insert(key, {.File = file, .Line = datapoint.Line});
         m_merged.Datapoints.append(datapoint);
+        m_merged.Keys.append(key);
         m_merged.Origins.append(file);
     }
 

@@ -23,6 +23,7 @@ struct TFileProblem
 struct TMergedDatapoints
 {
     QList<TDatapoint> Datapoints;
+    QStringList Keys;         // each one's DatapointKey
     QList<qsizetype> Origins; // the index of each one's file
     QList<TFileProblem> Problems;
 };

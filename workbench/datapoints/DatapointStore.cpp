@@ -13,6 +13,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace
+{
+
+bool IsRenamed(const TDatapoint& before, const TDatapoint& after)
+{
+    return before.Name != after.Name || DatapointIdentifier(before) != DatapointIdentifier(after);
+}
+
+} // namespace
+
 QString TDatapointStore::KindName() const
 {
     switch (m_kind) {
@@ -132,26 +142,30 @@ void TDatapointStore::SetEisNumber(const TDatapoint& datapoint, int eisNumber)
 TImportChanges TDatapointStore::Compare(const TDatapointImport& import) const
 {
     const TState after = StateAfter(import);
-    QHash<QString, const TDatapoint*> before;
-    for (const TDatapoint& datapoint : m_state.Merged.Datapoints)
-        before.insert(KeyOf(datapoint), &datapoint);
+    QHash<QString, qsizetype> before;
+    before.reserve(m_state.Merged.Keys.size());
+    for (qsizetype i = 0; i < m_state.Merged.Keys.size(); ++i)
+        before.insert(m_state.Merged.Keys[i], i);
 
     TImportChanges changes;
     QSet<QString> taken; // from the new file
     for (qsizetype i = 0; i < after.Merged.Datapoints.size(); ++i) {
         const TDatapoint& datapoint = after.Merged.Datapoints[i];
-        const QString key = KeyOf(datapoint);
+        const QString& key = after.Merged.Keys[i];
         if (after.Files[after.Merged.Origins[i]].Name == import.FileName)
             taken.insert(key);
-        const TDatapoint* known = before.take(key);
-        if (!known)
+        const auto known = before.constFind(key);
+        if (known == before.constEnd())
             changes.Added.append(datapoint);
-        else if (known->Name != datapoint.Name || DatapointIdentifier(*known) != DatapointIdentifier(datapoint))
+        else if (IsRenamed(m_state.Merged.Datapoints[*known], datapoint))
             changes.Renamed.append(datapoint);
+        before.remove(key);
     }
     // What is left of them, is in no file any more.
-    std::copy_if(m_state.Merged.Datapoints.begin(), m_state.Merged.Datapoints.end(), std::back_inserter(changes.Gone),
-                 [&](const TDatapoint& datapoint) { return before.contains(KeyOf(datapoint)); });
+    for (qsizetype i = 0; i < m_state.Merged.Keys.size(); ++i) {
+        if (before.contains(m_state.Merged.Keys[i]))
+            changes.Gone.append(m_state.Merged.Datapoints[i]);
+    }
     std::copy_if(import.Result.Datapoints.begin(), import.Result.Datapoints.end(), std::back_inserter(changes.Ignored),
                  [&](const TDatapoint& datapoint) { return !taken.contains(KeyOf(datapoint)); });
     for (const TFileProblem& problem : after.Merged.Problems) {
