@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QRegularExpression>
 
 namespace
 {
@@ -126,12 +127,11 @@ TEST_F(DatapointImport, ChangesWhatTheComparisonSaid)
         EXPECT_EQ(Sorted(Names(said.Added)), Sorted(added));
         EXPECT_EQ(Sorted(Names(said.Renamed)), Sorted(renamed));
         EXPECT_EQ(Sorted(Names(said.Gone)), Sorted(gone));
-        QStringList said2;
+        QStringList problems;
         for (const TImportProblem& problem : said.Problems)
-            said2.append(TFileProblem{.File = import.FileName, .Problem = problem}.Text());
-        EXPECT_EQ(said2, Texts()
-                             .filter(QString(import.FileName + QStringLiteral(", ")))
-                             .filter(QRegularExpression(u'^' + QRegularExpression::escape(import.FileName))));
+            problems.append(TFileProblem{.File = import.FileName, .Problem = problem}.Text());
+        const QRegularExpression aboutTheFile(u'^' + QRegularExpression::escape(import.FileName));
+        EXPECT_EQ(problems, Texts().filter(aboutTheFile));
     }
 }
 

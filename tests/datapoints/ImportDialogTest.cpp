@@ -17,7 +17,8 @@
 
 #include <sys/stat.h>
 
-#include <memory>
+#include <functional>
+#include <new>
 
 namespace
 {
@@ -267,6 +268,21 @@ TEST_F(ImportDialog, HandsEveryFailureToTheGeneralHandlerAndStays)
     ASSERT_EQ(m_messages.Errors.size(), 1);
     EXPECT_TRUE(m_messages.Errors.first().contains(QStringLiteral("eib.json")));
     EXPECT_EQ(Held(), QStringList(QStringLiteral("haus.esf")));
+}
+
+TEST_F(ImportDialog, ShowsEveryKindOfFailureToTheUser)
+{
+    TDatapointStore store(dkEib);
+    store.Load(m_project.Path(QStringLiteral("_config/data/datapoints")));
+    store.SetWatcher([] { throw std::bad_alloc(); }, {});
+    TImportDialog dialog(store, Source(QStringLiteral("neu.esf"), EsfLine("1/1/3", "Drei")), nullptr);
+    QTimer::singleShot(0, &dialog, [&dialog] {
+        Press(dialog);
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    EXPECT_FALSE(dialog.Execute());
+    EXPECT_EQ(m_messages.Errors, QStringList(QStringLiteral("Der Arbeitsspeicher reicht nicht aus.")));
 }
 
 TEST_F(ImportDialog, RefusesWhatIsNoFileWithoutWaitingForIt)

@@ -21,6 +21,28 @@ bool IsRenamed(const TDatapoint& before, const TDatapoint& after)
     return before.Name != after.Name || DatapointIdentifier(before) != DatapointIdentifier(after);
 }
 
+TImportChanges ChangesBetween(const TMergedDatapoints& before, const TMergedDatapoints& after)
+{
+    QHash<QString, qsizetype> left;
+    left.reserve(before.Keys.size());
+    for (qsizetype i = 0; i < before.Keys.size(); ++i)
+        left.insert(before.Keys[i], i);
+    TImportChanges changes;
+    for (qsizetype i = 0; i < after.Keys.size(); ++i) {
+        const auto known = left.constFind(after.Keys[i]);
+        if (known == left.constEnd())
+            changes.Added.append(after.Datapoints[i]);
+        else if (IsRenamed(before.Datapoints[*known], after.Datapoints[i]))
+            changes.Renamed.append(after.Datapoints[i]);
+        left.remove(after.Keys[i]);
+    }
+    for (qsizetype i = 0; i < before.Keys.size(); ++i) {
+        if (left.contains(before.Keys[i]))
+            changes.Gone.append(before.Datapoints[i]);
+    }
+    return changes;
+}
+
 } // namespace
 
 QString TDatapointStore::KindName() const
@@ -142,29 +164,11 @@ void TDatapointStore::SetEisNumber(const TDatapoint& datapoint, int eisNumber)
 TImportChanges TDatapointStore::Compare(const TDatapointImport& import) const
 {
     const TState after = StateAfter(import);
-    QHash<QString, qsizetype> before;
-    before.reserve(m_state.Merged.Keys.size());
-    for (qsizetype i = 0; i < m_state.Merged.Keys.size(); ++i)
-        before.insert(m_state.Merged.Keys[i], i);
-
-    TImportChanges changes;
+    TImportChanges changes = ChangesBetween(m_state.Merged, after.Merged);
     QSet<QString> taken; // from the new file
-    for (qsizetype i = 0; i < after.Merged.Datapoints.size(); ++i) {
-        const TDatapoint& datapoint = after.Merged.Datapoints[i];
-        const QString& key = after.Merged.Keys[i];
+    for (qsizetype i = 0; i < after.Merged.Keys.size(); ++i) {
         if (after.Files[after.Merged.Origins[i]].Name == import.FileName)
-            taken.insert(key);
-        const auto known = before.constFind(key);
-        if (known == before.constEnd())
-            changes.Added.append(datapoint);
-        else if (IsRenamed(m_state.Merged.Datapoints[*known], datapoint))
-            changes.Renamed.append(datapoint);
-        before.remove(key);
-    }
-    // What is left of them, is in no file any more.
-    for (qsizetype i = 0; i < m_state.Merged.Keys.size(); ++i) {
-        if (before.contains(m_state.Merged.Keys[i]))
-            changes.Gone.append(m_state.Merged.Datapoints[i]);
+            taken.insert(after.Merged.Keys[i]);
     }
     std::copy_if(import.Result.Datapoints.begin(), import.Result.Datapoints.end(), std::back_inserter(changes.Ignored),
                  [&](const TDatapoint& datapoint) { return !taken.contains(KeyOf(datapoint)); });
