@@ -44,8 +44,8 @@ class ImportDialog : public ::testing::Test
 protected:
     ImportDialog()
     {
-        QDir(m_project.Root()).mkpath(Folder);
-        m_project.Write(Folder + QStringLiteral("/haus.esf"), EsfLine("1/1/1", "Eins") + EsfLine("1/1/2", "Zwei"));
+        QDir(m_project.Root()).mkpath(m_folder);
+        m_project.Write(m_folder + QStringLiteral("/haus.esf"), EsfLine("1/1/1", "Eins") + EsfLine("1/1/2", "Zwei"));
         bool handled = false;
         m_browser.ExecuteCmd(Command, handled);
     }
@@ -58,7 +58,7 @@ protected:
 
     QStringList Held(const QString& folder = {}) const
     {
-        return QDir(folder.isEmpty() ? m_project.Path(Folder) : folder)
+        return QDir(folder.isEmpty() ? m_project.Path(m_folder) : folder)
             .entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
@@ -94,7 +94,7 @@ protected:
         QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("BtnImport")), Qt::LeftButton);
     }
 
-    const QString Folder = QStringLiteral("_config/data/datapoints/eib");
+    const QString m_folder = QStringLiteral("_config/data/datapoints/eib");
     TTemporaryProject m_project;
     TRecordedMessages m_messages;
     TDatapointBrowser m_browser{dkEib, nullptr};
@@ -237,7 +237,7 @@ TEST_F(ImportDialog, RefusesToImportIntoAnotherProject)
     EXPECT_TRUE(m_messages.Errors.first().contains(QStringLiteral("anderes Projekt")));
     EXPECT_TRUE(m_messages.Errors.first().contains(m_project.Root()));
     EXPECT_EQ(Held(), QStringList(QStringLiteral("haus.esf")));
-    EXPECT_TRUE(Held(other.filePath(QStringLiteral("Anderes/") + Folder)).isEmpty());
+    EXPECT_TRUE(Held(other.filePath(QStringLiteral("Anderes/") + m_folder)).isEmpty());
 }
 
 TEST_F(ImportDialog, RefusesToImportWhenTheProjectWasClosed)
@@ -289,7 +289,7 @@ TEST_F(ImportDialog, RefusesWhatIsNoFileWithoutWaitingForIt)
 {
     const QString pipe = m_project.Path(QStringLiteral("pipe.esf"));
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString& path : {pipe, QStringLiteral("/dev/zero"), m_project.Path(Folder)}) {
+    for (const QString& path : {pipe, QStringLiteral("/dev/zero"), m_project.Path(m_folder)}) {
         m_messages.Errors.clear();
         TImportDialog dialog(m_browser.Store(), path, nullptr);
         EXPECT_FALSE(dialog.Execute());
