@@ -254,6 +254,7 @@ void TDatapointBrowser::MenuAction_ChooseType()
     const int eisNumber = m_store.EisNumber(*selected);
     for (int number = 0; number < types.size(); ++number)
         types[number]->setChecked(number == eisNumber);
+    m_view->scrollTo(m_view->currentIndex());
     const QRect row = m_view->visualRect(m_view->currentIndex());
     m_typeMenu->popup(m_view->viewport()->mapToGlobal(row.bottomLeft()));
     m_typeMenu->setActiveAction(types.value(eisNumber));
