@@ -1,12 +1,15 @@
 #include "DatapointBrowser.h"
 #include "Datapoints.h"
+#include "ImportDialog.h"
 #include "Measures.h"
 #include "Vlapputils.h"
 
 #include <QApplication>
 #include <QByteArray>
 #include <QLineEdit>
+#include <QTreeView>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <functional>
 
@@ -76,8 +79,15 @@ template <QByteArray (*MakeFile)()> void Import(benchmark::State& state)
     }
 }
 
+struct TKeyStroke
+{
+    QString Before;
+    QString After;
+    bool IsOpen = false; // all groups were open and an address selected before
+};
+
 // A shown browser with every address that the bus has.
-void FilterAddresses(benchmark::State& state, const QString& before, const QString& after)
+void FilterAddresses(benchmark::State& state, const TKeyStroke& stroke)
 {
     const QTemporaryDir directory;
     TDatapointBrowser browser(dkEib, nullptr);
@@ -86,22 +96,60 @@ void FilterAddresses(benchmark::State& state, const QString& before, const QStri
     browser.ShowStore();
     browser.resize(800, 600);
     browser.show();
-    browser.FilterLine()->setText(before);
+    if (stroke.IsOpen) {
+        browser.View()->expandAll();
+        browser.View()->setCurrentIndex(browser.View()->indexBelow(
+            browser.View()->indexBelow(browser.View()->indexBelow(browser.View()->model()->index(0, 0)))));
+    }
+    browser.FilterLine()->setText(stroke.Before);
     QApplication::processEvents();
     for ([[maybe_unused]] auto _ : state) {
-        browser.FilterLine()->setText(after);
+        browser.FilterLine()->setText(stroke.After);
         QApplication::processEvents();
     }
 }
 
 void FilterWide(benchmark::State& state)
 {
-    FilterAddresses(state, QString(), QStringLiteral("k"));
+    FilterAddresses(state, {.Before = QString(), .After = QStringLiteral("k")});
 }
 
 void FilterNarrow(benchmark::State& state)
 {
-    FilterAddresses(state, QStringLiteral("küche 6553"), QStringLiteral("küche 65535"));
+    FilterAddresses(state, {.Before = QStringLiteral("küche 6553"), .After = QStringLiteral("küche 65535")});
+}
+
+void FilterOpenGroups(benchmark::State& state)
+{
+    FilterAddresses(state, {.Before = QString(), .After = QStringLiteral("k"), .IsOpen = true});
+}
+
+void FilterTakenAway(benchmark::State& state)
+{
+    FilterAddresses(state, {.Before = QStringLiteral("küche 65535"), .After = QString(), .IsOpen = true});
+}
+
+// Reads and shows a file that is to be imported over one with every address.
+template <QByteArray (*MakeFile)()> void Preview(benchmark::State& state)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("haus.esf"));
+    WriteFile(path, MakeFile());
+    TDatapointStore store(dkEib);
+    store.Load(directory.path());
+    store.Import(QStringLiteral("haus.esf"), EsfFile(), {}, {});
+    for ([[maybe_unused]] auto _ : state) {
+        TImportDialog dialog(store, path, nullptr);
+        QTimer::singleShot(0, &dialog, &QDialog::reject);
+        dialog.Execute();
+    }
+}
+
+// Nothing in it can be read.
+QByteArray BadFile()
+{
+    return "Haus\r\nA.B.1/1/1\tx\tUnbekannt\r\n" +
+           AllAddresses([](int) { return QByteArray("A.B.99/1/1\tx\tUnbekannt\r\n"); });
 }
 
 } // namespace
@@ -111,6 +159,10 @@ void AddDatapointMeasures()
     AddMilliseconds("import 65535 group addresses (ESF)", LimitMilliseconds, Import<EsfFile>);
     AddMilliseconds("import 65535 group addresses (XML)", LimitMilliseconds, Import<XmlFile>);
     AddMilliseconds("import 65535 group addresses (CSV)", LimitMilliseconds, Import<CsvFile>);
+    AddMilliseconds("preview 65535 group addresses", LimitMilliseconds, Preview<EsfFile>);
+    AddMilliseconds("preview 65535 unreadable lines", LimitMilliseconds, Preview<BadFile>);
     AddMilliseconds("filter 65535 addresses, all match", LimitKeyStroke, FilterWide);
     AddMilliseconds("filter 65535 addresses, one matches", LimitKeyStroke, FilterNarrow);
+    AddMilliseconds("filter 65535 addresses, all match, groups open", LimitKeyStroke, FilterOpenGroups);
+    AddMilliseconds("take the filter away, groups open", LimitKeyStroke, FilterTakenAway);
 }

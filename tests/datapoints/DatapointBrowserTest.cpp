@@ -15,7 +15,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
-#include <QTreeWidget>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -146,26 +145,9 @@ TEST_F(DatapointBrowser, ChoosesTypesForUndeterminedAddressesOnly)
     EXPECT_FALSE(Action("MenuAction_ChooseType")->isEnabled());
     m_browser.View()->setCurrentIndex(Find(QStringLiteral("2/1/1")));
     EXPECT_TRUE(Action("MenuAction_ChooseType")->isEnabled());
-    Action("MenuAction_ChooseType")->menu()->actions().at(5)->trigger();
+    m_browser.findChild<QMenu*>(QStringLiteral("MenuTypes"))->actions().at(5)->trigger();
     EXPECT_EQ(Find(QStringLiteral("2/1/1")).siblingAtColumn(TDatapointModel::ColumnType).data().toString(),
               QStringLiteral("EIS 5"));
-}
-
-TEST_F(DatapointBrowser, IsUsedWithTheKeyboardAlone)
-{
-    m_browser.show();
-    m_browser.FilterLine()->setFocus();
-    QTest::keyClicks(m_browser.FilterLine(), QStringLiteral("bad"));
-    QTest::keyClick(m_browser.FilterLine(), Qt::Key_Down);
-    EXPECT_EQ(m_browser.View()->currentIndex(), Model().index(0, 0));
-    QTest::keyClick(m_browser.View(), Qt::Key_Down);
-    QTest::keyClick(m_browser.View(), Qt::Key_Down);
-    EXPECT_EQ(m_browser.View()->currentIndex().data().toString(), QStringLiteral("1/2/1"));
-    Action("MenuAction_Copy")->trigger();
-    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("1/2/1"));
-    const auto copied = TPropertyDragObject::FromMimeData(QApplication::clipboard()->mimeData());
-    ASSERT_TRUE(copied);
-    EXPECT_EQ(copied->GetValue(QStringLiteral("label")), QStringLiteral("Decke Bad"));
 }
 
 TEST_F(DatapointBrowser, FollowsTheProject)
@@ -174,6 +156,35 @@ TEST_F(DatapointBrowser, FollowsTheProject)
     EXPECT_EQ(Model().rowCount(), 0);
     UserManager()->OpenProject(m_project.Root());
     EXPECT_EQ(Model().rowCount(), 2);
+}
+
+TEST_F(DatapointBrowser, KeepsTheMessagesOfABadFileWithinBoundsAndShowsAllOnDemand)
+{
+    constexpr int many = 4341;
+    constexpr int shown = 20;
+    m_project.Write(QStringLiteral("_config/data/datapoints/eib/schlecht.esf"),
+                    QByteArray("Licht.EG.99/1/1\tFalsch\t\tLow\t\r\n").repeated(many) +
+                        "Licht.EG.1/1/7\tRichtig\tUnbekannt\tLow\t\r\n");
+    m_browser.MenuAction_Reload();
+    const QStringList notes = m_messages.Notes.filter(QStringLiteral("schlecht.esf"));
+    ASSERT_EQ(notes.size(), shown + 1);
+    EXPECT_TRUE(notes.first().startsWith(QStringLiteral("schlecht.esf, Zeile 1: ")));
+    EXPECT_TRUE(notes.last().startsWith(QStringLiteral("schlecht.esf: ... und 4.321 weitere, zusammen 4.341.")));
+
+    QString text;
+    QTimer::singleShot(0, qApp, [&text] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        text = dialog->findChild<QPlainTextEdit*>(QStringLiteral("EditProblems"))->toPlainText();
+        dialog->reject();
+    });
+    Action("MenuAction_ShowProblems")->trigger();
+    EXPECT_EQ(text.count(QStringLiteral("schlecht.esf, Zeile ")), many);
+    EXPECT_TRUE(text.contains(QStringLiteral("schlecht.esf, Zeile 4341: ")));
+}
+
+TEST_F(DatapointBrowser, HasNoMessagesToShowWhereThereAreNone)
+{
+    EXPECT_FALSE(Action("MenuAction_ShowProblems")->isEnabled());
 }
 
 TEST_F(DatapointBrowser, ReportsUnreadableLinesWithFileLineAndReason)
@@ -196,7 +207,7 @@ TEST_F(DatapointBrowser, ImportsAfterAPreview)
         replaced->setCurrentIndex(replaced->findData(QStringLiteral("haus.esf")));
         EXPECT_TRUE(
             dialog.findChild<QLabel*>(QStringLiteral("LabelSummary"))->text().contains(QStringLiteral("1 neu")));
-        EXPECT_EQ(dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"))->topLevelItemCount(), 4);
+        EXPECT_EQ(dialog.findChild<QTreeView*>(QStringLiteral("TreePreview"))->model()->rowCount(), 4);
         dialog.findChild<QPushButton*>(QStringLiteral("BtnImport"))->click();
     });
     EXPECT_TRUE(dialog.Execute());
@@ -224,11 +235,11 @@ TEST_F(DatapointBrowser, ShowsUmlautsInTheChosenEncodingBeforeTheImport)
     TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         auto* encodings = dialog.findChild<QComboBox*>(QStringLiteral("CBoxEncoding"));
-        const auto* preview = dialog.findChild<QTreeWidget*>(QStringLiteral("TreePreview"));
+        const auto* preview = dialog.findChild<QTreeView*>(QStringLiteral("TreePreview"));
         const auto shown = [preview] {
             QStringList names;
-            for (int i = 0; i < preview->topLevelItemCount(); ++i)
-                names.append(preview->topLevelItem(i)->text(1));
+            for (int i = 0; i < preview->model()->rowCount(); ++i)
+                names.append(preview->model()->index(i, 1).data().toString());
             return names;
         };
         encodings->setCurrentIndex(encodings->findData(QStringLiteral("IBM850")));

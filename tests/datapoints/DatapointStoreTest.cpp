@@ -1,7 +1,6 @@
-#include "TestSupport.h"
 #include "Vlapputils.h"
 #include "Vlerrors.h"
-#include "DatapointStore.h"
+#include "StoreFixture.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -14,31 +13,7 @@ const QByteArray Export = "Haus\r\n"
                           "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
                           "Licht.EG.1/1/2\tDecke Flur\tUnbestimmt (1 Byte)\tLow\t\r\n";
 
-// The project's directory of datapoints, and a store of group addresses on it.
-class DatapointStore : public ::testing::Test
-{
-protected:
-    QString Directory() const { return m_project.Path(QStringLiteral("_config/data/datapoints")); }
-    QString File(const QString& name) const { return Directory() + QStringLiteral("/eib/") + name; }
-
-    void Import(const QString& name, const QByteArray& content, const QString& replaced = {})
-    {
-        m_store.Import(name, content, {}, replaced);
-    }
-
-    void SetUp() override { m_store.Load(Directory()); }
-
-    TTemporaryProject m_project;
-    TDatapointStore m_store{dkEib};
-};
-
-QStringList Addresses(const QList<TDatapoint>& datapoints)
-{
-    QStringList addresses;
-    for (const TDatapoint& datapoint : datapoints)
-        addresses.append(datapoint.Address);
-    return addresses;
-}
+using DatapointStore = TStoreFixture;
 
 } // namespace
 
@@ -92,7 +67,8 @@ TEST_F(DatapointStore, SaysWhatAnImportChanges)
     const QByteArray changed = "Haus\r\n"
                                "Licht.EG.1/1/2\tDecke Diele\tUnbestimmt (1 Byte)\tLow\t\r\n"
                                "Licht.EG.1/1/3\tDecke Bad\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n";
-    const TImportChanges changes = m_store.Compare(QStringLiteral("haus.esf"), ReadDatapoints(dkEib, changed));
+    const TImportChanges changes =
+        m_store.Compare(Requested(QStringLiteral("haus.esf"), changed, QStringLiteral("haus.esf")));
     EXPECT_EQ(Addresses(changes.Added), QStringList{QStringLiteral("1/1/3")});
     EXPECT_EQ(Addresses(changes.Renamed), QStringList{QStringLiteral("1/1/2")});
     EXPECT_EQ(Addresses(changes.Gone), QStringList{QStringLiteral("1/1/1")});
@@ -101,18 +77,9 @@ TEST_F(DatapointStore, SaysWhatAnImportChanges)
 TEST_F(DatapointStore, LosesNothingWhenAFileIsAddedToAnother)
 {
     Import(QStringLiteral("haus.esf"), Export);
-    const TImportChanges changes = m_store.Compare({}, ReadDatapoints(dkEib, Export));
+    const TImportChanges changes = m_store.Compare(Requested(QStringLiteral("neu.esf"), Export));
     EXPECT_TRUE(changes.Added.isEmpty());
     EXPECT_TRUE(changes.Gone.isEmpty());
-}
-
-TEST_F(DatapointStore, CountsTheFirstOfAnAddressInTwoFilesAndReportsTheOther)
-{
-    Import(QStringLiteral("a.esf"), Export);
-    Import(QStringLiteral("b.esf"), QByteArray(Export).replace("Decke Flur", "Anderes"));
-    ASSERT_EQ(m_store.Datapoints().size(), 2);
-    EXPECT_EQ(m_store.Datapoints()[1].Name, QStringLiteral("Decke Flur"));
-    EXPECT_EQ(m_store.Problems().filter(QStringLiteral("b.esf")).size(), 2);
 }
 
 TEST_F(DatapointStore, RemovesTheReplacedFileOfAnotherName)
@@ -147,21 +114,9 @@ TEST_F(DatapointStore, ReportsDamagedDecisionsAndKeepsThem)
     Import(QStringLiteral("haus.esf"), Export);
     WriteAll(Directory() + QStringLiteral("/eib.json"), "{ kaputt");
     m_store.Load(Directory());
-    EXPECT_EQ(m_store.Problems().filter(QStringLiteral("eib.json")).size(), 1);
+    EXPECT_EQ(Texts().filter(QStringLiteral("eib.json")).size(), 1);
     EXPECT_THROW(m_store.SetEisNumber(m_store.Datapoints()[1], 6), TFileError);
     EXPECT_EQ(ReadAll(Directory() + QStringLiteral("/eib.json")), "{ kaputt");
-}
-
-TEST_F(DatapointStore, TellsInputAndHoldingRegistersOfOneNumberApart)
-{
-    TDatapointStore registers(dkModbus);
-    registers.Load(Directory());
-    registers.Import(QStringLiteral("pumpe.tsv"),
-                     "Title\tRegister type\tRegister\n"
-                     "Vorlauf\tMODBUS_INPUT_REGISTER\t1\n"
-                     "Sollwert\tMODBUS_HOLDING_REGISTER\t1\n",
-                     {}, {});
-    EXPECT_EQ(registers.Datapoints().size(), 2);
 }
 
 TEST_F(DatapointStore, RefusesAFileThatWouldBeHidden)

@@ -109,7 +109,8 @@ TEST(RegisterTypes, ReadDecimalAndHexadecimalNumbers)
     EXPECT_EQ(ParseRegisterNumber(u"0"), 0);
     EXPECT_EQ(ParseRegisterNumber(u" 40001 "), 40001);
     EXPECT_EQ(ParseRegisterNumber(u"0x1F"), 31);
+    EXPECT_EQ(ParseRegisterNumber(u"0000000016"), 16);
     EXPECT_EQ(ParseRegisterNumber(u"465536"), 465536);
-    for (const char* text : {"", "-1", "+1", "465537", "0x", "1F", "1.5", "99999999999"})
+    for (const char* text : {"", "-1", "+1", "465537", "0x", "1F", "1.5", "99999999999", "00000000016"})
         EXPECT_FALSE(ParseRegisterNumber(QString::fromLatin1(text))) << text;
 }

@@ -74,3 +74,35 @@ TEST(ImportProgress, CancelsTheOtherKinds)
     EXPECT_TRUE(ReadDatapoints(dkModbus, "Adresse;Name\n1;Eins\n", options).Cancelled);
     EXPECT_TRUE(ReadDatapoints(dkVirtual, "Anwesend\n", options).Cancelled);
 }
+
+TEST(ImportProgress, CancelsBetweenTheRowsAndTheirAddresses)
+{
+    const QByteArray content = Files()[1];
+    int calls = 0;
+    TImportOptions options;
+    options.Progress = [&](double) { return ++calls > 0; };
+    ReadDatapoints(dkEib, content, options);
+    const int all = calls;
+    for (int allowed = 0; allowed < all; ++allowed) {
+        calls = 0;
+        options.Progress = [&](double) { return calls++ < allowed; };
+        const TImportResult result = ReadDatapoints(dkEib, content, options);
+        EXPECT_TRUE(result.Cancelled);
+        EXPECT_TRUE(result.Datapoints.isEmpty());
+        EXPECT_EQ(calls, allowed + 1);
+    }
+}
+
+TEST(ImportProgress, SaysHowFarTheAddressesOfATableAre)
+{
+    QList<double> shares;
+    TImportOptions options;
+    options.Progress = [&](double done) {
+        shares.append(done);
+        return true;
+    };
+    ReadDatapoints(dkEib, Files()[1], options);
+    // Of the rows' half of the reading, the middle is the pass over the addresses.
+    const auto inPass = [](double share) { return share > 0.6 && share < 0.8; };
+    EXPECT_GT(std::count_if(shares.begin(), shares.end(), inPass), 3);
+}

@@ -1,10 +1,13 @@
 #include "Datapoints.h"
+#include "EisTypes.h"
 #include "Listing.h"
 
 #include "TestSupport.h"
 
 #include <QDir>
 #include <QDirIterator>
+#include <QRegularExpression>
+#include <QSet>
 #include <gtest/gtest.h>
 
 // Files that real programs wrote are no part of the sources. Where they are at hand, in the directory that the variable
@@ -171,4 +174,23 @@ TEST_F(RealFiles, CodeTablesAreNoRegisterLists)
         EXPECT_TRUE(Reasons(result).join(u' ').contains(QStringLiteral("keine Registerliste"))) << path.toStdString();
     }
     EXPECT_EQ(tables, 9);
+}
+
+TEST_F(RealFiles, EveryTypeWordHasItsEisType)
+{
+    static const QRegularExpression typed(QStringLiteral("^EIS (\\d+) "));
+    const QString table = QString::fromUtf8(ReadAll(RealData() + QStringLiteral("/ets/esf_type_strings_de_en.tsv")));
+    QStringList lines = table.split(u'\n', Qt::SkipEmptyParts);
+    lines.removeFirst();
+    QSet<int> types;
+    for (const QString& line : std::as_const(lines)) {
+        for (const QString& word : line.split(u'\t').sliced(1)) {
+            if (word.trimmed().isEmpty())
+                continue;
+            const int expected = typed.match(word).captured(1).toInt();
+            EXPECT_EQ(EisOfTypeWord(word), expected) << word.toStdString();
+            types.insert(expected);
+        }
+    }
+    EXPECT_EQ(types, QSet<int>({0, 1, 2, 8, 15}));
 }

@@ -13,7 +13,8 @@ inline void CheckImport(const TImportResult& result)
     constexpr qsizetype longestName = 1000;
     for (const TDatapoint& datapoint : result.Datapoints) {
         const bool shown = datapoint.Name.size() <= longestName && !datapoint.Name.contains(u'\n');
-        if (!shown || datapoint.Address.isEmpty() || datapoint.EisNumber < 0 || datapoint.EisNumber > 15)
+        const bool named = !datapoint.Address.isEmpty() && datapoint.Address.size() <= longestName;
+        if (!shown || !named || datapoint.Line < 1 || datapoint.EisNumber < 0 || datapoint.EisNumber > 15)
             std::abort();
     }
     for (qsizetype i = 1; i < result.Problems.size(); ++i) {

@@ -1,7 +1,11 @@
 #include "DatapointBrowser.h"
 
+#include "DatapointKey.h"
 #include "DatapointModel.h"
+#include "DatapointView.h"
 #include "ImportDialog.h"
+#include "ProblemSummary.h"
+#include "ProblemsDialog.h"
 #include "Vlapputils.h"
 #include "Vlclassregistry.h"
 #include "Vlerrors.h"
@@ -13,12 +17,10 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <array>
@@ -28,9 +30,7 @@ namespace
 {
 
 constexpr int MostEisNumber = 15;
-constexpr int MostExpanded = 500;
-constexpr int AddressWidth = 180;
-constexpr int NameWidth = 260;
+constexpr qsizetype MostProblemLines = 20;
 
 constexpr std::array<std::pair<const char*, TDatapointKind>, 3> Browsers{
     {{"TEibBrowser", dkEib}, {"TModbusBrowser", dkModbus}, {"TVirtualBrowser", dkVirtual}}};
@@ -55,7 +55,7 @@ TDatapointBrowser::TDatapointBrowser(TDatapointKind kind, QWidget* parent)
       m_store(kind),
       m_model(new TDatapointModel(m_store, this)),
       m_filter(new QLineEdit(this)),
-      m_view(new QTreeView(this)),
+      m_view(new TDatapointView(*m_model, this)),
       m_counts(new QLabel(this))
 {
     setObjectName(QStringLiteral("TDatapointBrowser"));
@@ -88,28 +88,22 @@ void TDatapointBrowser::MakeView()
 
     m_view->setObjectName(QStringLiteral("TreeDatapoints"));
     m_view->setAccessibleName(KindTitle(m_store.Kind()));
-    m_view->setModel(m_model);
-    m_view->setUniformRowHeights(true);
-    m_view->setDragEnabled(true);
-    m_view->setDragDropMode(QAbstractItemView::DragOnly);
-    m_view->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_view->setContextMenuPolicy(Qt::NoContextMenu);
-    m_view->header()->resizeSection(TDatapointModel::ColumnAddress, AddressWidth);
-    m_view->header()->resizeSection(TDatapointModel::ColumnName, NameWidth);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { UpdateActions(); });
 }
 
 void TDatapointBrowser::MakeActions()
 {
     m_menu = new QMenu(this);
-    m_import = AddAction("MenuAction_Import", QStringLiteral("Datenpunkte importieren..."), QKeySequence(),
+    m_import = AddAction("MenuAction_Import", QStringLiteral("Datenpunkte importieren..."), Qt::CTRL | Qt::Key_I,
                          &TDatapointBrowser::MenuAction_Import);
     m_copy = AddAction("MenuAction_Copy", QStringLiteral("Kopieren"), QKeySequence::Copy,
                        &TDatapointBrowser::MenuAction_Copy);
-    m_typeMenu = MakeTypeMenu();
-    m_menu->addMenu(m_typeMenu);
-    addAction(m_typeMenu->menuAction());
+    m_chooseType = AddAction("MenuAction_ChooseType", QStringLiteral("Typ wählen..."), Qt::CTRL | Qt::Key_T,
+                             &TDatapointBrowser::MenuAction_ChooseType);
+    m_showProblems = AddAction("MenuAction_ShowProblems", QStringLiteral("Meldungen anzeigen..."), QKeySequence(),
+                               &TDatapointBrowser::MenuAction_ShowProblems);
     AddAction("MenuAction_Reload", QStringLiteral("Neu laden"), QKeySequence(), &TDatapointBrowser::MenuAction_Reload);
+    m_typeMenu = MakeTypeMenu();
     UpdateActions();
 }
 
@@ -119,6 +113,7 @@ QAction* TDatapointBrowser::AddAction(const char* name, const QString& text, con
     auto* action = new QAction(text, this);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(shortcut);
+    action->setShortcutVisibleInContextMenu(true);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(action, &QAction::triggered, this, [this, execute] { Guarded([&] { (this->*execute)(); }); });
     m_menu->addAction(action);
@@ -129,10 +124,11 @@ QAction* TDatapointBrowser::AddAction(const char* name, const QString& text, con
 QMenu* TDatapointBrowser::MakeTypeMenu()
 {
     auto* menu = new QMenu(QStringLiteral("Typ wählen"), this);
-    menu->menuAction()->setObjectName(QStringLiteral("MenuAction_ChooseType"));
+    menu->setObjectName(QStringLiteral("MenuTypes"));
     for (int number = 0; number <= MostEisNumber; ++number) {
         QAction* action =
             menu->addAction(number == 0 ? QStringLiteral("unbestimmt") : QStringLiteral("EIS %1").arg(number));
+        action->setCheckable(true);
         connect(action, &QAction::triggered, this, [this, number] { Guarded([&] { ChooseType(number); }); });
     }
     return menu;
@@ -185,21 +181,28 @@ void TDatapointBrowser::Reload()
                        .arg(m_store.Datapoints().size())
                        .arg(files == 1 ? m_store.Files().first().Name : QStringLiteral("%1 Dateien").arg(files)));
     }
-    for (const QString& problem : m_store.Problems())
-        Note(this, problem);
+    NoteProblems();
+}
+
+void TDatapointBrowser::NoteProblems()
+{
+    for (const QString& line : SummarizeProblems(m_store.Problems(), MostProblemLines))
+        Note(this, line);
+}
+
+QTreeView* TDatapointBrowser::View() const
+{
+    return m_view;
 }
 
 void TDatapointBrowser::ShowStore()
 {
-    m_model->Rebuild();
     Filter(m_filter->text());
 }
 
 void TDatapointBrowser::Filter(const QString& text)
 {
-    m_model->SetFilter(text);
-    if (!text.trimmed().isEmpty() && m_model->ShownDatapoints() <= MostExpanded)
-        m_view->expandAll();
+    m_view->Filter(text);
     ShowCounts();
     UpdateActions();
 }
@@ -225,7 +228,8 @@ void TDatapointBrowser::UpdateActions()
     m_import->setEnabled(UserManager() && UserManager()->GetActiveProject());
     m_copy->setEnabled(selected != nullptr);
     // A type that the file gives is not for the user to change.
-    m_typeMenu->setEnabled(selected && selected->EisNumber == 0);
+    m_chooseType->setEnabled(selected && selected->EisNumber == 0);
+    m_showProblems->setEnabled(!m_store.Problems().isEmpty());
 }
 
 void TDatapointBrowser::ChooseType(int eisNumber)
@@ -234,7 +238,39 @@ void TDatapointBrowser::ChooseType(int eisNumber)
     if (!selected || selected->EisNumber != 0)
         return;
     m_store.SetEisNumber(*selected, eisNumber);
-    m_model->NoteTypes();
+    m_model->NoteType(m_view->selectionModel()->selectedRows().first());
+}
+
+void TDatapointBrowser::MenuAction_ChooseType()
+{
+    const TDatapoint* selected = Selected();
+    if (!selected)
+        return;
+    if (!IsInteractive()) {
+        ShowError(QStringLiteral("Die Wahl eines Typs braucht eine Antwort und ist hier nicht möglich."));
+        return;
+    }
+    const QList<QAction*> types = m_typeMenu->actions();
+    const int eisNumber = m_store.EisNumber(*selected);
+    for (int number = 0; number < types.size(); ++number)
+        types[number]->setChecked(number == eisNumber);
+    m_view->scrollTo(m_view->currentIndex());
+    const QRect row = m_view->visualRect(m_view->currentIndex());
+    m_typeMenu->popup(m_view->viewport()->mapToGlobal(row.bottomLeft()));
+    m_typeMenu->setActiveAction(types.value(eisNumber));
+}
+
+void TDatapointBrowser::MenuAction_ShowProblems()
+{
+    if (!IsInteractive()) {
+        for (const TFileProblem& problem : m_store.Problems())
+            Note(this, problem.Text());
+        return;
+    }
+    QStringList texts;
+    for (const TFileProblem& problem : m_store.Problems())
+        texts.append(problem.Text());
+    TProblemsDialog(texts, this).exec();
 }
 
 void TDatapointBrowser::MenuAction_Import()
@@ -253,7 +289,8 @@ void TDatapointBrowser::MenuAction_Import()
         return;
     ShowStore();
     Note(this, QStringLiteral("\"%1\" importiert, %2 Datenpunkte im Projekt")
-                   .arg(ExtractFileName(path), QString::number(m_store.Datapoints().size())));
+                   .arg(ExtractFileName(path), CountText(m_store.Datapoints().size())));
+    NoteProblems();
 }
 
 void TDatapointBrowser::MenuAction_Copy()
@@ -262,7 +299,7 @@ void TDatapointBrowser::MenuAction_Copy()
     if (!selected)
         return;
     QMimeData* content = m_model->mimeData(m_view->selectionModel()->selectedRows());
-    content->setText(selected->Address);
+    content->setText(DatapointIdentifier(*selected));
     QApplication::clipboard()->setMimeData(content);
 }
 

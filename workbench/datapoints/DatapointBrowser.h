@@ -12,6 +12,7 @@ class QLineEdit;
 class QMenu;
 class QTreeView;
 class TDatapointModel;
+class TDatapointView;
 
 // A pane that shows the datapoints of one kind in the active project, to look them up and to drag them into editors.
 // Driven like every component by a command text, whose path is the project's directory of datapoints. Owned by its
@@ -33,7 +34,7 @@ public:
     void QueryCmd(const char* command, bool& accepted) override;
 
     TDatapointStore& Store() { return m_store; }
-    QTreeView* View() const { return m_view; }
+    QTreeView* View() const;
     QLineEdit* FilterLine() const { return m_filter; }
 
     // Shows what the store holds by now.
@@ -44,6 +45,10 @@ public:
 
     // Asks for a file and imports it.
     void MenuAction_Import();
+    // Lets the user choose the type of the selected datapoint, if it has none of its own.
+    void MenuAction_ChooseType();
+    // All of what the message pane has only the beginning of.
+    void MenuAction_ShowProblems();
     // Copies the selected datapoint: its address as text, and all of it for the name fields of the editors' dialogs.
     void MenuAction_Copy();
     void MenuAction_Reload();
@@ -59,6 +64,7 @@ private:
                        void (TDatapointBrowser::*execute)());
     QMenu* MakeTypeMenu();
     void Reload();
+    void NoteProblems();
     void Filter(const QString& text);
     void ShowCounts();
     void ChooseType(int eisNumber);
@@ -68,10 +74,12 @@ private:
     TDatapointStore m_store;
     TDatapointModel* m_model;
     QLineEdit* m_filter;
-    QTreeView* m_view;
+    TDatapointView* m_view;
     QLabel* m_counts;
     QAction* m_import = nullptr;
     QAction* m_copy = nullptr;
+    QAction* m_chooseType = nullptr;
+    QAction* m_showProblems = nullptr;
     QMenu* m_typeMenu = nullptr;
     QMenu* m_menu = nullptr;
     QString m_location; // as commanded, with its variables

@@ -1,9 +1,10 @@
 #include "DatapointModel.h"
 
+#include "DatapointKey.h"
 #include "Vldragobjects.h"
 
-#include <QHash>
 #include <QMimeData>
+#include <QPointer>
 
 #include <memory>
 
@@ -19,9 +20,22 @@ QString TypeText(int eisNumber)
 
 } // namespace
 
-TDatapointModel::TDatapointModel(const TDatapointStore& store, QObject* parent)
+TDatapointModel::TDatapointModel(TDatapointStore& store, QObject* parent)
     : QAbstractItemModel(parent), m_store(store), m_nodes(1)
 {
+    Build();
+    const QPointer<TDatapointModel> self(this);
+    store.SetWatcher(
+        [self] {
+            if (self)
+                self->beginResetModel();
+        },
+        [self] {
+            if (!self)
+                return;
+            self->Build();
+            self->endResetModel();
+        });
 }
 
 TDatapointModel::~TDatapointModel() = default;
@@ -35,29 +49,33 @@ int TDatapointModel::AppendNode(int parent, TNode node)
     return id;
 }
 
-void TDatapointModel::Rebuild()
+int TDatapointModel::GroupNode(QHash<QStringList, int>& groups, const QStringList& path)
 {
-    beginResetModel();
+    const auto known = groups.constFind(path);
+    if (known != groups.constEnd())
+        return *known;
+    TNode group;
+    group.Title = path.last();
+    const int above = GroupNode(groups, path.first(path.size() - 1));
+    const int node = AppendNode(above, std::move(group));
+    groups.insert(path, node);
+    return node;
+}
+
+void TDatapointModel::Build()
+{
     m_nodes.assign(1, TNode());
     QHash<QStringList, int> groups{{QStringList(), Root}};
     for (qsizetype i = 0; i < m_store.Datapoints().size(); ++i) {
         const TDatapoint& datapoint = m_store.Datapoints()[i];
-        for (qsizetype depth = 1; depth <= datapoint.Group.size(); ++depth) {
-            const QStringList path = datapoint.Group.first(depth);
-            if (!groups.contains(path)) {
-                TNode group;
-                group.Title = path.last();
-                groups.insert(path, AppendNode(groups.value(path.first(depth - 1)), std::move(group)));
-            }
-        }
+        const int group = GroupNode(groups, datapoint.Group);
         TNode leaf;
         leaf.Datapoint = i;
-        leaf.Searched = (datapoint.Name + u'\n' + datapoint.Address).toCaseFolded();
-        AppendNode(groups.value(datapoint.Group), std::move(leaf));
+        leaf.Searched = (datapoint.Name + u'\n' + DatapointIdentifier(datapoint)).toCaseFolded();
+        AppendNode(group, std::move(leaf));
     }
     m_shownDatapoints = 0;
     ShowMatches(Root, m_filter);
-    endResetModel();
 }
 
 void TDatapointModel::SetFilter(const QString& text)
@@ -95,14 +113,44 @@ const TDatapointModel::TNode& TDatapointModel::NodeAt(const QModelIndex& index) 
 const TDatapoint* TDatapointModel::DatapointAt(const QModelIndex& index) const
 {
     const qsizetype datapoint = index.isValid() ? NodeAt(index).Datapoint : -1;
-    // Between a load of the store and Rebuild the list may be shorter than what is shown.
-    const bool known = datapoint >= 0 && datapoint < m_store.Datapoints().size();
-    return known ? &m_store.Datapoints()[datapoint] : nullptr;
+    return datapoint >= 0 ? &m_store.Datapoints()[datapoint] : nullptr;
 }
 
-void TDatapointModel::NoteTypes()
+void TDatapointModel::NoteType(const QModelIndex& index)
 {
-    Q_EMIT layoutChanged();
+    const QModelIndex type = index.siblingAtColumn(ColumnType);
+    Q_EMIT dataChanged(type, type);
+}
+
+QModelIndex TDatapointModel::IndexOf(int node) const
+{
+    if (node <= Root || node >= static_cast<int>(m_nodes.size()))
+        return {};
+    for (int id = node; id != Root; id = m_nodes[static_cast<std::size_t>(id)].Parent) {
+        const TNode& child = m_nodes[static_cast<std::size_t>(id)];
+        const std::vector<int>& shown = m_nodes[static_cast<std::size_t>(child.Parent)].Shown;
+        const auto row = static_cast<std::size_t>(child.ShownRow);
+        if (row >= shown.size() || shown[row] != id)
+            return {};
+    }
+    return createIndex(m_nodes[static_cast<std::size_t>(node)].ShownRow, 0, static_cast<quintptr>(node));
+}
+
+std::vector<int> TDatapointModel::ShownGroups() const
+{
+    std::vector<int> groups;
+    std::vector<int> open{Root};
+    while (!open.empty()) {
+        const TNode& node = m_nodes[static_cast<std::size_t>(open.back())];
+        open.pop_back();
+        for (const int id : node.Shown) {
+            if (m_nodes[static_cast<std::size_t>(id)].Datapoint >= 0)
+                continue;
+            groups.push_back(id);
+            open.push_back(id);
+        }
+    }
+    return groups;
 }
 
 QModelIndex TDatapointModel::index(int row, int column, const QModelIndex& parent) const
@@ -177,7 +225,7 @@ QMimeData* TDatapointModel::mimeData(const QModelIndexList& indexes) const
             continue;
         const int eisNumber = m_store.EisNumber(*datapoint);
         TPropertyDragObject object;
-        object.Add(QStringLiteral("name"), datapoint->Address);
+        object.Add(QStringLiteral("name"), DatapointIdentifier(*datapoint));
         object.Add(QStringLiteral("label"), datapoint->Name);
         object.Add(QStringLiteral("type"), eisNumber == 0 ? QString() : QString::number(eisNumber));
         return object.ToMimeData();

@@ -1,11 +1,12 @@
 #include "DatapointStore.h"
 
+#include "DatapointDirectory.h"
+#include "DatapointKey.h"
+#include "Rollback.h"
 #include "Vlapputils.h"
 #include "Vlerrors.h"
 
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -15,16 +16,31 @@
 namespace
 {
 
-constexpr int DecisionsFormat = 1;
-const auto FormatKey = QStringLiteral("format");
-const auto EncodingsKey = QStringLiteral("encodings");
-const auto TypesKey = QStringLiteral("types");
-
-QString ProblemText(const QString& file, const TImportProblem& problem)
+bool IsRenamed(const TDatapoint& before, const TDatapoint& after)
 {
-    if (problem.Line == 0)
-        return QStringLiteral("%1: %2").arg(file, problem.Reason);
-    return QStringLiteral("%1, Zeile %2: %3").arg(file, QString::number(problem.Line), problem.Reason);
+    return before.Name != after.Name || DatapointIdentifier(before) != DatapointIdentifier(after);
+}
+
+TImportChanges ChangesBetween(const TMergedDatapoints& before, const TMergedDatapoints& after)
+{
+    QHash<QString, qsizetype> left;
+    left.reserve(before.Keys.size());
+    for (qsizetype i = 0; i < before.Keys.size(); ++i)
+        left.insert(before.Keys[i], i);
+    TImportChanges changes;
+    for (qsizetype i = 0; i < after.Keys.size(); ++i) {
+        const auto known = left.constFind(after.Keys[i]);
+        if (known == left.constEnd())
+            changes.Added.append(after.Datapoints[i]);
+        else if (IsRenamed(before.Datapoints[*known], after.Datapoints[i]))
+            changes.Renamed.append(after.Datapoints[i]);
+        left.remove(after.Keys[i]);
+    }
+    for (qsizetype i = 0; i < before.Keys.size(); ++i) {
+        if (left.contains(before.Keys[i]))
+            changes.Gone.append(before.Datapoints[i]);
+    }
+    return changes;
 }
 
 } // namespace
@@ -42,194 +58,203 @@ QString TDatapointStore::KindName() const
     return QStringLiteral("virtual");
 }
 
-QString TDatapointStore::FileDirectory() const
+void TDatapointStore::SetWatcher(std::function<void()> before, std::function<void()> after)
 {
-    return JoinFilePath(m_directory, {KindName()});
+    m_before = std::move(before);
+    m_after = std::move(after);
 }
 
-QString TDatapointStore::DecisionsFile() const
+QString TDatapointStore::FileDirectory(const QString& directory) const
 {
-    return JoinFilePath(m_directory, {KindName() + QStringLiteral(".json")});
+    return JoinFilePath(directory, {KindName()});
+}
+
+QString TDatapointStore::DecisionsFile(const QString& directory) const
+{
+    return JoinFilePath(directory, {KindName() + QStringLiteral(".json")});
 }
 
 void TDatapointStore::Load(const QString& directory)
 {
-    m_directory = directory;
-    m_files.clear();
-    m_problems.clear();
-    m_datapoints.clear();
-    if (directory.isEmpty())
+    TState state;
+    state.Directory = directory;
+    if (directory.isEmpty()) {
+        Adopt(std::move(state));
         return;
-    LoadDecisions();
-    const QDir files(ToPlatformPath(FileDirectory()));
-    const QStringList names = files.entryList(QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        if (name.startsWith(u'.'))
-            continue;
-        TDatapointFile file{.Name = name, .Result = {}};
-        try {
-            TImportOptions options;
-            options.Encoding = m_encodings.value(name);
-            file.Result = ReadDatapoints(m_kind, ReadFile(files.filePath(name)), options);
-        } catch (const TFileError& error) {
-            file.Result.Problems.append({.Line = 0, .Reason = error.Message()});
-        }
-        m_files.append(std::move(file));
     }
-    Merge();
+    state.Decisions = ReadDecisions(m_kind, DecisionsFile(directory));
+    if (state.Decisions.Damaged) {
+        const auto reason = QStringLiteral("Die Datei ist beschädigt; von Hand gewählte Typen gelten nicht.");
+        state.OwnProblems.append(
+            {.File = ExtractFileName(DecisionsFile(directory)), .Problem = {.Line = 0, .Reason = reason}});
+    }
+    const TDatapointDirectory listing = ListDatapointFiles(FileDirectory(directory));
+    state.OwnProblems += listing.Problems;
+    for (const QString& name : listing.Names)
+        state.Files.append(ReadOne(name, state));
+    Complete(state);
+    Adopt(std::move(state));
 }
 
-void TDatapointStore::LoadDecisions()
+TDatapointFile TDatapointStore::ReadOne(const QString& name, const TState& state) const
 {
-    m_encodings.clear();
-    m_types.clear();
-    m_decisionsDamaged = false;
-    if (!FileExists(DecisionsFile()))
-        return;
-    QJsonParseError error;
-    QJsonDocument document;
+    TDatapointFile file{.Name = name, .Result = {}};
     try {
-        document = QJsonDocument::fromJson(ReadFile(DecisionsFile()), &error);
-    } catch (const TFileError&) {
-        document = {};
+        TImportOptions options;
+        options.Encoding = state.Decisions.Encodings.value(name);
+        const QString path = JoinFilePath(FileDirectory(state.Directory), {name});
+        file.Result = ReadDatapoints(m_kind, ReadFile(path), options);
+    } catch (const TFileError& error) {
+        file.Result.Problems.append({.Line = 0, .Reason = error.Message()});
     }
-    const QJsonObject content = document.object();
-    if (content.value(FormatKey).toInt() != DecisionsFormat) {
-        m_decisionsDamaged = true;
-        m_problems.append(QStringLiteral("%1 ist beschädigt; von Hand gewählte Typen gelten nicht.")
-                              .arg(ExtractFileName(DecisionsFile())));
+    return file;
+}
+
+// Fills in what follows from the files and the decisions.
+void TDatapointStore::Complete(TState& state) const
+{
+    state.Merged = MergeFiles(m_kind, state.Files);
+    state.Problems = state.OwnProblems + state.Merged.Problems;
+    AdoptOldTypes(state);
+}
+
+// Older decisions name no device. Of the registers of that number they mean the first, which was the only one shown.
+void TDatapointStore::AdoptOldTypes(TState& state) const
+{
+    if (state.Decisions.OldTypes.isEmpty())
         return;
+    for (const TDatapoint& datapoint : std::as_const(state.Merged.Datapoints)) {
+        const QString oldKey = KeyWithoutDevice(m_kind, datapoint);
+        if (state.Decisions.OldTypes.remove(oldKey))
+            state.Decisions.Types.insert(KeyOf(datapoint), state.Decisions.Types.take(oldKey));
     }
-    const QJsonObject encodings = content.value(EncodingsKey).toObject();
-    for (auto entry = encodings.begin(); entry != encodings.end(); ++entry)
-        m_encodings.insert(entry.key(), entry.value().toString());
-    const QJsonObject types = content.value(TypesKey).toObject();
-    for (auto entry = types.begin(); entry != types.end(); ++entry)
-        m_types.insert(entry.key(), entry.value().toInt());
 }
 
-void TDatapointStore::SaveDecisions() const
+void TDatapointStore::Adopt(TState state)
 {
-    if (m_decisionsDamaged) {
-        throw TFileError(FileErrorText(DecisionsFile(), QStringLiteral("geschrieben"),
-                                       QStringLiteral("Die vorhandene Datei ist beschädigt")));
-    }
-    QJsonObject encodings;
-    for (auto entry = m_encodings.begin(); entry != m_encodings.end(); ++entry)
-        encodings.insert(entry.key(), entry.value());
-    QJsonObject types;
-    for (auto entry = m_types.begin(); entry != m_types.end(); ++entry)
-        types.insert(entry.key(), entry.value());
-    const QJsonObject content{{FormatKey, DecisionsFormat}, {EncodingsKey, encodings}, {TypesKey, types}};
-    ForceDirectories(m_directory);
-    WriteFile(DecisionsFile(), QJsonDocument(content).toJson());
+    if (m_before)
+        m_before();
+    m_state = std::move(state);
+    if (m_after)
+        m_after();
 }
 
-void TDatapointStore::Merge()
-{
-    m_datapoints.clear();
-    QSet<QString> seen;
-    for (const TDatapointFile& file : std::as_const(m_files)) {
-        for (const TImportProblem& problem : file.Result.Problems)
-            m_problems.append(ProblemText(file.Name, problem));
-        for (const TDatapoint& datapoint : file.Result.Datapoints) {
-            const QString key = KeyOf(datapoint);
-            if (seen.contains(key)) {
-                m_problems.append(QStringLiteral("%1: %2 (%3) gibt es schon in einer anderen Datei; die erste gilt")
-                                      .arg(file.Name, datapoint.Address, datapoint.Name));
-                continue;
-            }
-            seen.insert(key);
-            m_datapoints.append(datapoint);
-        }
-    }
-}
-
-// The same register number may be an input and a holding register.
 QString TDatapointStore::KeyOf(const TDatapoint& datapoint) const
 {
-    const bool byGroup = m_kind == dkModbus && !datapoint.Group.isEmpty();
-    return byGroup ? datapoint.Group.first() + u'/' + datapoint.Address : datapoint.Address;
+    return DatapointKey(m_kind, datapoint);
 }
 
 int TDatapointStore::EisNumber(const TDatapoint& datapoint) const
 {
-    return datapoint.EisNumber != 0 ? datapoint.EisNumber : m_types.value(KeyOf(datapoint));
+    return datapoint.EisNumber != 0 ? datapoint.EisNumber : m_state.Decisions.Types.value(KeyOf(datapoint));
 }
 
 void TDatapointStore::SetEisNumber(const TDatapoint& datapoint, int eisNumber)
 {
-    const QMap<QString, int> before = m_types;
+    TDatapointDecisions decisions = m_state.Decisions;
     if (eisNumber == 0)
-        m_types.remove(KeyOf(datapoint));
+        decisions.Types.remove(KeyOf(datapoint));
     else
-        m_types.insert(KeyOf(datapoint), eisNumber);
-    try {
-        SaveDecisions();
-    } catch (...) {
-        m_types = before;
-        throw;
-    }
+        decisions.Types.insert(KeyOf(datapoint), eisNumber);
+    ForceDirectories(m_state.Directory);
+    WriteDecisions(DecisionsFile(m_state.Directory), decisions);
+    m_state.Decisions = std::move(decisions);
 }
 
-TImportChanges TDatapointStore::Compare(const QString& replaced, const TImportResult& result) const
+TImportChanges TDatapointStore::Compare(const TDatapointImport& import) const
 {
-    // What the project would hold: the first of an address counts, the other files as they are.
-    QHash<QString, TDatapoint> after;
-    const auto take = [&](const TDatapoint& datapoint) {
-        if (!after.contains(KeyOf(datapoint)))
-            after.insert(KeyOf(datapoint), datapoint);
-    };
-    for (const TDatapointFile& file : m_files) {
-        if (replaced.isEmpty() || file.Name != replaced)
-            std::for_each(file.Result.Datapoints.begin(), file.Result.Datapoints.end(), take);
+    const TState after = StateAfter(import);
+    TImportChanges changes = ChangesBetween(m_state.Merged, after.Merged);
+    QSet<QString> taken; // from the new file
+    for (qsizetype i = 0; i < after.Merged.Keys.size(); ++i) {
+        if (after.Files[after.Merged.Origins[i]].Name == import.FileName)
+            taken.insert(after.Merged.Keys[i]);
     }
-    std::for_each(result.Datapoints.begin(), result.Datapoints.end(), take);
-
-    TImportChanges changes;
-    QSet<QString> before;
-    for (const TDatapoint& datapoint : m_datapoints) {
-        before.insert(KeyOf(datapoint));
-        const auto found = after.constFind(KeyOf(datapoint));
-        if (found == after.constEnd())
-            changes.Gone.append(datapoint);
-        else if (found->Name != datapoint.Name)
-            changes.Renamed.append(*found);
+    std::copy_if(import.Result.Datapoints.begin(), import.Result.Datapoints.end(), std::back_inserter(changes.Ignored),
+                 [&](const TDatapoint& datapoint) { return !taken.contains(KeyOf(datapoint)); });
+    for (const TFileProblem& problem : after.Merged.Problems) {
+        if (problem.File == import.FileName)
+            changes.Problems.append(problem.Problem);
     }
-    std::copy_if(result.Datapoints.begin(), result.Datapoints.end(), std::back_inserter(changes.Added),
-                 [&](const TDatapoint& datapoint) { return !before.contains(KeyOf(datapoint)); });
     return changes;
+}
+
+// What the store will hold after the import.
+TDatapointStore::TState TDatapointStore::StateAfter(const TDatapointImport& import) const
+{
+    TState after = m_state;
+    after.Files.removeIf([&](const TDatapointFile& file) {
+        return file.Name == import.FileName || (!import.Replaced.isEmpty() && file.Name == import.Replaced);
+    });
+    const auto place =
+        std::lower_bound(after.Files.begin(), after.Files.end(), import.FileName,
+                         [](const TDatapointFile& file, const QString& name) { return file.Name < name; });
+    after.Files.insert(place, {.Name = import.FileName, .Result = import.Result});
+    after.Decisions.Encodings.remove(import.Replaced);
+    after.Decisions.Encodings.remove(import.FileName);
+    if (!import.Encoding.isEmpty())
+        after.Decisions.Encodings.insert(import.FileName, import.Encoding);
+    Complete(after);
+    return after;
 }
 
 void TDatapointStore::Import(const QString& fileName, const QByteArray& content, const QString& encoding,
                              const QString& replaced)
 {
-    if (m_directory.isEmpty())
+    TImportOptions options;
+    options.Encoding = encoding;
+    Import({.FileName = fileName,
+            .Content = content,
+            .Encoding = encoding,
+            .Replaced = replaced,
+            .Result = ReadDatapoints(m_kind, content, options)});
+}
+
+void TDatapointStore::Import(const TDatapointImport& import)
+{
+    Check(import);
+    TState after = StateAfter(import);
+    WriteImport(import, after.Decisions);
+    Adopt(std::move(after));
+}
+
+void TDatapointStore::Check(const TDatapointImport& import) const
+{
+    if (m_state.Directory.isEmpty())
         throw TUserError(QStringLiteral("Es ist kein Projekt geöffnet."));
-    if (fileName.startsWith(u'.'))
+    if (import.FileName.startsWith(u'.')) {
         throw TUserError(
-            QStringLiteral("\"%1\" beginnt mit einem Punkt und bliebe im Projekt unsichtbar.").arg(fileName));
-    const QString target = JoinFilePath(FileDirectory(), {fileName});
-    if (fileName != replaced && FileExists(target)) {
+            QStringLiteral("\"%1\" beginnt mit einem Punkt und bliebe im Projekt unsichtbar.").arg(import.FileName));
+    }
+    if (import.FileName.contains(PathSeparator) || import.FileName.contains(u'/')) {
+        throw TUserError(QStringLiteral("\"%1\" enthält ein Zeichen, das als Pfadtrenner gilt.").arg(import.FileName));
+    }
+    const QFileInfo target(ToPlatformPath(JoinFilePath(FileDirectory(m_state.Directory), {import.FileName})));
+    if (import.FileName != import.Replaced && (target.exists() || target.isSymLink())) {
         throw TUserError(QStringLiteral("Im Projekt gibt es bereits eine Datei \"%1\", die nicht ersetzt werden soll.")
-                             .arg(fileName));
+                             .arg(import.FileName));
     }
-    ForceDirectories(FileDirectory());
-    const QMap<QString, QString> before = m_encodings;
-    m_encodings.remove(replaced);
-    m_encodings.remove(fileName);
-    if (!encoding.isEmpty())
-        m_encodings.insert(fileName, encoding);
-    try {
-        // The decisions come first: without them the new file would be read differently than the user saw it.
-        if (m_encodings != before)
-            SaveDecisions();
-        WriteFile(target, content);
-    } catch (...) {
-        m_encodings = before;
-        throw;
+}
+
+// The last step takes effect as a whole or not at all; the steps before it are taken back when one fails.
+void TDatapointStore::WriteImport(const TDatapointImport& import, const TDatapointDecisions& decisions) const
+{
+    const QString directory = FileDirectory(m_state.Directory);
+    const QString target = JoinFilePath(directory, {import.FileName});
+    const bool isNew = import.FileName != import.Replaced;
+    TRollback rollback;
+    MakeDirectory(directory, rollback);
+    if (isNew) {
+        WriteFile(target, import.Content);
+        rollback.Add([target] { DeleteFileAt(target); });
     }
-    if (!replaced.isEmpty() && replaced != fileName)
-        DeleteFileAt(JoinFilePath(FileDirectory(), {replaced}));
-    Load(QString(m_directory));
+    if (decisions != m_state.Decisions) {
+        KeepContent(DecisionsFile(m_state.Directory), rollback);
+        WriteDecisions(DecisionsFile(m_state.Directory), decisions);
+    }
+    if (!isNew)
+        WriteFile(target, import.Content);
+    else if (!import.Replaced.isEmpty())
+        DeleteFileAt(JoinFilePath(directory, {import.Replaced}));
+    rollback.Dismiss();
 }

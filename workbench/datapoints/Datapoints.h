@@ -19,10 +19,13 @@ enum TDatapointKind : quint8
 // One datapoint as a file gives it.
 struct TDatapoint
 {
-    QString Address;   // "1/2/3", "1/234" or "1234" as the file writes it; a register's or variable's identifier
-    QString Name;      // display name, one line
-    QStringList Group; // names of the ranges above it, outermost first; for registers the kind of register, if given
-    int EisNumber = 0; // 0 for an undetermined type
+    QString Address;     // "1/2/3", "1/234" or "1234" as the file writes it; a register's number, a variable's name
+    QString Name;        // display name, one line
+    QStringList Group;   // what stands above it, outermost first: ranges; for registers device and kind, if given
+    int EisNumber = 0;   // 0 for an undetermined type
+    QString Device = {}; // whose register it is, where the list says so
+    QString RegisterKind = {}; // as RegisterKindName gives it, where the list says so
+    qsizetype Line = 0;        // where it stands in its file, from 1
 };
 
 // A line that could not be read, or one that was read differently than it stands.

@@ -99,7 +99,7 @@ private:
         datapoint.Name = NameOf(line, fields);
         const QStringView type = fields.value(fdType);
         datapoint.EisNumber = m_collector.KnownType(EisOfTypeWord(type), type, number);
-        m_collector.Add(datapoint, QString::number(BusValue(*address)), number);
+        m_collector.Add(datapoint, number);
     }
 
     // Too many fields: the name has tabs, and goes on to the field that is a type.

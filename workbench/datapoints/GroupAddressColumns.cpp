@@ -177,3 +177,15 @@ std::optional<TGroupAddressColumns> FindGroupAddressColumns(const QList<TCsvRow>
         columns = ColumnsOfContent(rows);
     return columns.Addresses.isEmpty() ? std::nullopt : std::optional(columns);
 }
+
+bool IsGroupAddressTable(const QList<TCsvRow>& rows)
+{
+    if (rows.isEmpty())
+        return false;
+    const TGroupAddressColumns columns = ColumnsOfHeader(rows.first().Cells);
+    if (!columns.Names.isEmpty() && !columns.Addresses.isEmpty())
+        return true;
+    const TSample sample(rows);
+    const qsizetype address = sample.Best(HasLevels);
+    return address >= 0 && sample.Mostly(address, HasLevels);
+}

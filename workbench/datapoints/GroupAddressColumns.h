@@ -19,3 +19,6 @@ struct TGroupAddressColumns
 // By the names in the first row, in German or English, or else by what the columns hold. Nothing when no column holds
 // addresses.
 std::optional<TGroupAddressColumns> FindGroupAddressColumns(const QList<TCsvRow>& rows);
+
+// Whether rows are such a table for certain: its header says so, or most of them have an address of several levels.
+bool IsGroupAddressTable(const QList<TCsvRow>& rows);

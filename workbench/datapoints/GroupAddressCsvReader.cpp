@@ -41,7 +41,7 @@ public:
         }
         double done = 0;
         for (const TAddressRow& row : found) {
-            if (!m_collector.Advance(0.5 + 0.5 * done++ / static_cast<double>(found.size())))
+            if (!m_collector.Advance(0.75 + 0.25 * done++ / static_cast<double>(found.size())))
                 return;
             if (!row.Address.IsRange())
                 AddDatapoint(row);
@@ -49,11 +49,13 @@ public:
     }
 
 private:
-    // The rows found point into `rows`.
+    // The rows found point into `rows`; none when cancelled.
     QList<TAddressRow> ReadAddresses(const QList<TCsvRow>& rows)
     {
         QList<TAddressRow> found;
         for (qsizetype i = m_columns.HasHeader ? 1 : 0; i < rows.size(); ++i) {
+            if (!m_collector.Advance(0.5 + 0.25 * static_cast<double>(i) / static_cast<double>(rows.size())))
+                return {};
             const TCsvRow& row = rows[i];
             const QString text = m_columns.AddressOf(row);
             const auto address = ParseGroupAddress(text);
@@ -116,7 +118,7 @@ private:
                          .Name = OwnName(*row.Row),
                          .Group = GroupOf(row),
                          .EisNumber = m_collector.KnownType(EisOfDatapointTypes(types), types, row.Row->Line)},
-                        QString::number(BusValue(row.Address)), row.Row->Line);
+                        row.Row->Line);
     }
 
     const TGroupAddressColumns& m_columns;
@@ -131,6 +133,8 @@ void ReadGroupAddressCsv(QStringView text, TImportCollector& collector)
     const char separator = FindSeparator(text);
     const QList<TCsvRow> rows =
         ReadCsvRows(text, separator, [&](double done) { return collector.Advance(0.5 * done); });
+    if (collector.IsCancelled())
+        return;
     const auto columns = FindGroupAddressColumns(rows);
     if (!columns) {
         collector.Report(0, QStringLiteral("Es gibt keine Spalte mit Gruppenadressen. Die Spalten müssen durch "

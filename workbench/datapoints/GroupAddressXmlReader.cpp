@@ -11,6 +11,7 @@ namespace
 
 // Followed by the number of the format's version.
 constexpr QStringView ExportNamespace = u"http://knx.org/xml/ga-export/";
+constexpr QStringView KnownVersion = u"01";
 
 // Exports have two levels of ranges; free addresses may have some more.
 constexpr int DeepestRange = 16;
@@ -48,12 +49,27 @@ private:
             ReportError();
             return false;
         }
-        if (m_xml.name() == u"GroupAddress-Export" && m_xml.namespaceUri().startsWith(ExportNamespace))
+        if (m_xml.name() == u"GroupAddress-Export" && m_xml.namespaceUri().startsWith(ExportNamespace)) {
+            TakeVersion();
             return true;
+        }
         m_collector.Report(
             0,
             QStringLiteral("Das XML-Dokument %1 ist kein Export von Gruppenadressen.").arg(QuotedPiece(m_xml.name())));
         return false;
+    }
+
+    void TakeVersion()
+    {
+        m_namespace = m_xml.namespaceUri().toString();
+        const QStringView version = QStringView(m_namespace).sliced(ExportNamespace.size());
+        if (version == KnownVersion)
+            return;
+        m_collector.Report(
+            m_xml.lineNumber(),
+            QStringLiteral("Das Dokument hat die Fassung %1, bekannt ist %2. Was daran anders ist, fehlt "
+                           "möglicherweise.")
+                .arg(QuotedPiece(version), QuotedPiece(KnownVersion)));
     }
 
     void TakeToken(QXmlStreamReader::TokenType token)
@@ -62,7 +78,7 @@ private:
             EndRange();
         if (token != QXmlStreamReader::StartElement)
             return;
-        const bool ours = m_xml.namespaceUri().startsWith(ExportNamespace);
+        const bool ours = m_xml.namespaceUri() == m_namespace;
         if (ours && m_xml.name() == u"GroupRange")
             BeginRange();
         else if (ours && m_xml.name() == u"GroupAddress")
@@ -129,7 +145,7 @@ private:
                          .Name = Attribute(QLatin1String("Name")),
                          .Group = m_group,
                          .EisNumber = m_collector.KnownType(EisOfDatapointTypes(types), types, line)},
-                        QString::number(BusValue(address)), line);
+                        line);
     }
 
     void ReportError()
@@ -144,6 +160,7 @@ private:
     double m_size;
     QXmlStreamReader m_xml;
     TImportCollector& m_collector;
+    QString m_namespace;
     QStringList m_group;
     int m_depth = 0;
 };

@@ -1,5 +1,6 @@
 #include "ImportCollector.h"
 
+#include "DatapointKey.h"
 #include "EisTypes.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 namespace
 {
 
-constexpr qsizetype LongestName = 1000;
 constexpr qsizetype LongestPiece = 60;
 constexpr int LinesPerProgress = 512;
 
@@ -47,6 +47,11 @@ QStringView Shortened(QStringView text, qsizetype longest)
     return text.first(splitsPair ? longest - 1 : longest);
 }
 
+QString OneShortLine(const QString& text)
+{
+    return text.isEmpty() ? text : Shortened(OneLine(text), LongestName).toString();
+}
+
 } // namespace
 
 QString QuotedPiece(QStringView text)
@@ -56,19 +61,23 @@ QString QuotedPiece(QStringView text)
     return QStringLiteral("„") + OneLine(piece) + dots + QStringLiteral("“");
 }
 
-TImportCollector::TImportCollector(TImportResult& result, const TImportOptions& options)
-    : m_result(result), m_options(options)
+TImportCollector::TImportCollector(TDatapointKind kind, TImportResult& result, const TImportOptions& options)
+    : m_kind(kind), m_result(result), m_options(options)
 {
 }
 
-void TImportCollector::Add(TDatapoint datapoint, const QString& key, qsizetype line)
+void TImportCollector::Add(TDatapoint datapoint, qsizetype line)
 {
+    datapoint.Device = OneShortLine(datapoint.Device);
+    datapoint.RegisterKind = OneShortLine(datapoint.RegisterKind);
+    const QString key = DatapointKey(m_kind, datapoint);
     const auto first = m_firsts.find(key);
     if (first != m_firsts.end()) {
-        ReportDoubled(datapoint.Address, *first, line);
+        ReportDoubled(DatapointIdentifier(datapoint), *first, line);
         return;
     }
     m_firsts.insert(key, {.Line = line});
+    datapoint.Line = line;
     datapoint.Name = DisplayName(datapoint.Name, line);
     for (QString& name : datapoint.Group)
         name = DisplayName(name, line);
@@ -123,7 +132,7 @@ bool TImportCollector::Advance(double done)
         return true;
     }
     m_untilProgress = LinesPerProgress;
-    m_result.Cancelled = !m_options.Progress(done);
+    m_result.Cancelled = !m_options.Progress(DecodingShare + (1 - DecodingShare) * done);
     return !m_result.Cancelled;
 }
 

@@ -4,6 +4,12 @@
 
 #include <QHash>
 
+// Longer names are cut.
+constexpr qsizetype LongestName = 1000;
+
+// How much of an import the decoding of the file is taken for.
+constexpr double DecodingShare = 0.2;
+
 // A piece of a file's text for a message: between quotation marks, on one line, and cut where it is long.
 QString QuotedPiece(QStringView text);
 
@@ -13,10 +19,10 @@ QString QuotedPiece(QStringView text);
 class TImportCollector
 {
 public:
-    TImportCollector(TImportResult& result, const TImportOptions& options);
+    TImportCollector(TDatapointKind kind, TImportResult& result, const TImportOptions& options);
 
-    // Takes a datapoint that is written in `line`. Datapoints of the same `key` are doubled.
-    void Add(TDatapoint datapoint, const QString& key, qsizetype line);
+    // Takes a datapoint that is written in `line`. Datapoints of the same key are doubled.
+    void Add(TDatapoint datapoint, qsizetype line);
 
     void Report(qsizetype line, const QString& reason);
 
@@ -27,11 +33,12 @@ public:
     int KnownType(std::optional<int> eis, QStringView text, qsizetype line);
 
     // To be called for every line with the share that is read, 0 to 1. False when the import was cancelled; the reader
-    // then returns.
+    // then returns. The share of the file's decoding comes before it.
     bool Advance(double done);
 
     void SetFormat(const QString& format);
     void SetTitle(const QString& title);
+    bool IsCancelled() const { return m_result.Cancelled; }
     bool IsEmpty() const { return m_result.Datapoints.isEmpty(); }
 
     // Puts the problems in order; a cancelled import keeps no datapoint.
@@ -46,6 +53,7 @@ private:
 
     void ReportDoubled(const QString& address, TFirst& first, qsizetype line);
 
+    TDatapointKind m_kind;
     TImportResult& m_result;
     const TImportOptions& m_options;
     QHash<QString, TFirst> m_firsts;

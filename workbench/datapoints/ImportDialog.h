@@ -5,13 +5,16 @@
 #include <QDialog>
 
 class QComboBox;
+class QFormLayout;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
-class QTreeWidget;
+class QTreeView;
+class TImportPreviewModel;
 
 // Shows what a file of datapoints holds and what importing it would change, lets the user choose its encoding and the
-// file that it replaces, and imports it when confirmed. Until then nothing changes.
+// file that it replaces, and imports it when confirmed. Until then nothing changes. It belongs to the project that is
+// loaded when it is made, and imports into no other.
 class TImportDialog final : public QDialog
 {
     Q_OBJECT
@@ -25,28 +28,35 @@ public:
     // and false; so is, without a message, one whose reading was cancelled.
     bool Execute();
 
-    // Reads the file in the chosen encoding and shows the result; false when cancelled. Called by Execute.
-    bool Preview();
+    // How long reading takes before its progress is shown.
+    void SetPatience(int milliseconds) { m_patience = milliseconds; }
 
     void done(int result) override;
 
 private:
     void MakeControls();
-    QString ChosenEncoding() const;
+    void MakeFields();
+    QFormLayout* MakeForm();
     QString ReplacedFile() const;
     QString TargetName() const;
+    bool Preview();
+    TImportResult ReadWithProgress(const QString& encoding);
+    TDatapointImport Requested() const;
     void ShowResult();
-    void ShowDatapoints(const TImportChanges& changes);
     bool Import();
 
     TDatapointStore& m_store;
+    QString m_directory; // the project's
     QString m_path;
     QByteArray m_content;
     TImportResult m_result;
+    QString m_encoding; // the one that was chosen for m_result
+    int m_patience;
     QLabel* m_summary;
-    QComboBox* m_encoding;
+    QComboBox* m_encodings;
     QComboBox* m_replaced;
-    QTreeWidget* m_datapoints;
+    TImportPreviewModel* m_model;
+    QTreeView* m_preview;
     QPlainTextEdit* m_problems;
     QPushButton* m_import = nullptr;
 };

@@ -13,6 +13,8 @@ const TColumnNames AddressWords{u"address",         u"adresse",         u"regist
 const TColumnNames IdentifierWords{u"id"};
 const TColumnNames NameWords{u"name", u"title", u"titel", u"bezeichnung"};
 const TColumnNames DescriptionWords{u"description", u"info", u"beschreibung", u"kommentar"};
+const TColumnNames DeviceWords{u"deviceid",     u"device", u"geräteid", u"gerät", u"geräteadresse",
+                               u"slaveaddress", u"slave",  u"slaveid",  u"unitid"};
 const TColumnNames KindWords{u"registertype", u"registertyp", u"registerart"};
 const TColumnNames NumberedSizeWords{u"sizeofvariable"};
 const TColumnNames TypeWords{u"type", u"typ", u"datatype", u"datentyp", u"format", u"size", u"größe"};
@@ -26,6 +28,7 @@ std::optional<TModbusColumns> ColumnsOfHeader(const QStringList& header)
     TModbusColumns columns{.Address = FindColumn(header, AddressWords),
                            .Name = FindColumn(header, NameWords),
                            .Description = FindColumn(header, DescriptionWords),
+                           .Device = FindColumn(header, DeviceWords),
                            .Kind = FindColumn(header, KindWords),
                            .Type = FindColumn(header, NumberedSizeWords)};
     columns.HasNumberedSizes = columns.Type >= 0;

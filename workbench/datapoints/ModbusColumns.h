@@ -11,6 +11,7 @@ struct TModbusColumns
     qsizetype Address = -1;
     qsizetype Name = -1;
     qsizetype Description = -1; // stands in for an empty name
+    qsizetype Device = -1;
     qsizetype Kind = -1;
     qsizetype Type = -1;
     bool HasNumberedSizes = false; // the type is given as EisOfVariableSize takes it

@@ -47,20 +47,25 @@ private:
         } else if (!number) {
             m_collector.Report(row.Line, QuotedPiece(text) + QStringLiteral(" ist keine Registernummer."));
         } else {
-            AddRegister(row, *number);
+            AddRegister(row);
         }
     }
 
-    void AddRegister(const TCsvRow& row, int number)
+    void AddRegister(const TCsvRow& row)
     {
         const QString kind = RegisterKindName(row.Cell(m_columns.Kind));
+        const QString device = row.Cell(m_columns.Device);
         const QString name = row.Cell(m_columns.Name);
         TDatapoint datapoint{.Address = row.Cell(m_columns.Address), .Name = {}, .Group = {}};
         datapoint.Name = name.isEmpty() ? row.Cell(m_columns.Description) : name;
+        if (!device.isEmpty())
+            datapoint.Group.append(QStringLiteral("Gerät ") + device);
         if (!kind.isEmpty())
             datapoint.Group.append(kind);
+        datapoint.Device = device;
+        datapoint.RegisterKind = kind;
         datapoint.EisNumber = EisOf(kind, row.Cell(m_columns.Type));
-        m_collector.Add(datapoint, kind + u'/' + QString::number(number), row.Line);
+        m_collector.Add(datapoint, row.Line);
     }
 
     int EisOf(const QString& kind, const QString& type) const
@@ -89,6 +94,8 @@ void ReadModbusRegisters(QStringView text, TImportCollector& collector)
     const char separator = FindSeparator(text);
     const QList<TCsvRow> rows =
         ReadCsvRows(text, separator, [&](double done) { return collector.Advance(0.5 * done); });
+    if (collector.IsCancelled())
+        return;
     const auto columns = FindModbusColumns(rows);
     if (!columns) {
         collector.Report(0, WhyNoList(rows));

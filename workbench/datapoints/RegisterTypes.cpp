@@ -18,6 +18,9 @@ constexpr int LongEis = 11;
 
 constexpr int LargestRegister = 465536;
 
+// With zeros before the number.
+constexpr qsizetype MostDigits = 10;
+
 int EisOfBits(int bits)
 {
     switch (bits) {
@@ -101,5 +104,7 @@ std::optional<int> ParseRegisterNumber(QStringView text)
     const bool plain = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c.isLetterOrNumber(); });
     bool ok = false;
     const int number = digits.toInt(&ok, hexadecimal ? 16 : 10);
-    return ok && plain && number >= 0 && number <= LargestRegister ? std::optional(number) : std::nullopt;
+    return ok && plain && digits.size() <= MostDigits && number >= 0 && number <= LargestRegister
+               ? std::optional(number)
+               : std::nullopt;
 }

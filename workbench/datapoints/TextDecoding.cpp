@@ -82,20 +82,91 @@ QString FromIcu(const QByteArray& content, const char* name)
     return text;
 }
 
-QString Decode(const QByteArray& content, const TEncoding& encoding)
+// A part of a text that can be decoded by itself.
+QString DecodePart(const QByteArray& part, const TEncoding& encoding)
 {
     if (encoding.Unicode) {
-        QStringDecoder decoder(*encoding.Unicode, QStringConverter::Flag::Stateless);
-        return decoder(content);
+        QStringDecoder decoder(*encoding.Unicode,
+                               QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+        return decoder(part);
     }
-    return encoding.IcuName ? FromIcu(content, encoding.IcuName) : FromCodePage(content);
+    return encoding.IcuName ? FromIcu(part, encoding.IcuName) : FromCodePage(part);
 }
 
-bool IsUtf8(const QByteArray& content)
+// Whether a character of the encoding may begin at that byte. A wrong yes would tear one apart.
+bool MayBegin(const QByteArray& content, qsizetype at, const TEncoding& encoding)
 {
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    const QString text = decoder(content);
-    return !decoder.hasError();
+    if (encoding.Unicode == QStringConverter::Utf8)
+        return (static_cast<uchar>(content[at]) & 0xC0U) != 0x80U;
+    if (!encoding.Unicode)
+        return true;
+    const qsizetype high = encoding.Unicode == QStringConverter::Utf16LE ? at + 1 : at;
+    const bool isLowSurrogate = high < content.size() && (static_cast<uchar>(content[high]) & 0xFCU) == 0xDCU;
+    return at % 2 == 0 && !isLowSurrogate;
+}
+
+using TProgress = std::function<bool(double done)>;
+
+// Hands a text out in decoded parts until `progress` stops it.
+template <class TTake>
+void DecodeInParts(const QByteArray& content, const TEncoding& encoding, const TProgress& progress, const TTake& take)
+{
+    constexpr qsizetype partSize = 1 << 20;
+    constexpr qsizetype longestCharacter = 4;
+    for (qsizetype begin = 0; begin < content.size();) {
+        if (!progress(static_cast<double>(begin) / static_cast<double>(content.size())))
+            return;
+        const qsizetype wanted = std::min(begin + partSize, content.size());
+        qsizetype end = wanted;
+        while (end < content.size() && end + longestCharacter > wanted && !MayBegin(content, end, encoding))
+            --end;
+        take(DecodePart(content.mid(begin, end - begin), encoding));
+        begin = end;
+    }
+}
+
+// How many bytes at `at` are a character of UTF-8; 0 when they are none.
+qsizetype Utf8Length(const QByteArray& content, qsizetype at)
+{
+    const auto byte = [&](qsizetype i) { return i < content.size() ? static_cast<uchar>(content[i]) : uchar{0}; };
+    const uchar lead = byte(at);
+    if (lead < 0x80)
+        return 1;
+    if (lead < 0xC2 || lead > 0xF4)
+        return 0;
+    const qsizetype length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    // Longer than needed, a half of a pair, or beyond the last character.
+    const uchar lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    const uchar highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    if (byte(at + 1) < lowest || byte(at + 1) > highest)
+        return 0;
+    for (qsizetype i = 2; i < length; ++i) {
+        if ((byte(at + i) & 0xC0U) != 0x80U)
+            return 0;
+    }
+    return length;
+}
+
+struct TUtf8Count
+{
+    qsizetype Long = 0;   // characters of several bytes
+    qsizetype Faults = 0; // bytes that belong to no character
+    qsizetype FirstLong = 0;
+    qsizetype FirstFault = 0;
+};
+
+TUtf8Count CountUtf8(const QByteArray& content)
+{
+    TUtf8Count count;
+    for (qsizetype at = 0; at < content.size();) {
+        const qsizetype length = Utf8Length(content, at);
+        if (length == 0 && count.Faults++ == 0)
+            count.FirstFault = at;
+        if (length > 1 && count.Long++ == 0)
+            count.FirstLong = at;
+        at += std::max<qsizetype>(length, 1);
+    }
+    return count;
 }
 
 const TEncoding* EncodingOfMark(const QByteArray& content)
@@ -123,28 +194,40 @@ const TEncoding* EncodingOfZeros(const QByteArray& content)
     return first > pairs / 2 && second <= pairs / 20 ? &Utf16Be : nullptr;
 }
 
-// What an XML document says about itself, as far as it can be believed: a declaration as UTF-8 is checked by the
-// content.
-const TEncoding* DeclaredEncoding(const QByteArray& content)
+// The encoding that an XML document names; empty for none.
+QString DeclaredName(const QByteArray& content)
 {
     constexpr qsizetype longestDeclaration = 200;
     if (!content.startsWith("<?xml"))
-        return nullptr;
+        return {};
     const QByteArray declaration = content.left(longestDeclaration);
     const qsizetype name = declaration.left(declaration.indexOf("?>")).indexOf("encoding=");
     if (name < 0)
-        return nullptr;
+        return {};
     const qsizetype begin = name + static_cast<qsizetype>(qstrlen("encoding=")) + 1;
     const qsizetype end = declaration.indexOf(declaration[begin - 1], begin);
-    const TEncoding* encoding = FindEncoding(QString::fromLatin1(declaration.mid(begin, end - begin)));
+    return QString::fromLatin1(declaration.mid(begin, end - begin));
+}
+
+// A declaration is believed but for Unicode, which is checked by the content.
+const TEncoding* DeclaredEncoding(const QByteArray& content)
+{
+    const TEncoding* encoding = FindEncoding(DeclaredName(content));
     return encoding && !encoding->Unicode ? encoding : nullptr;
 }
 
 // Text that is in neither is of a code page. Five bytes stand for nothing in Windows-1252 but for letters in IBM850.
-const TEncoding* EncodingOfLetters(const QByteArray& content)
+const TEncoding* EncodingOfLetters(const QByteArray& content, const TProgress& progress)
 {
-    const qsizetype inCodePage = CountGermanLetters(Decode(content, CodePage));
-    const qsizetype inIbm850 = CountGermanLetters(Decode(content, Ibm850));
+    const auto count = [&](const TEncoding& encoding, double from) {
+        qsizetype letters = 0;
+        DecodeInParts(
+            content, encoding, [&](double done) { return progress(from + 0.5 * done); },
+            [&](const QString& part) { letters += CountGermanLetters(part); });
+        return letters;
+    };
+    const qsizetype inCodePage = count(CodePage, 0);
+    const qsizetype inIbm850 = count(Ibm850, 0.5);
     if (inCodePage != inIbm850)
         return inIbm850 > inCodePage ? &Ibm850 : &CodePage;
     constexpr QByteArrayView open("\x81\x8D\x8F\x90\x9D");
@@ -152,13 +235,34 @@ const TEncoding* EncodingOfLetters(const QByteArray& content)
     return hasOpen ? &Ibm850 : &CodePage;
 }
 
-const TEncoding* FoundEncoding(const QByteArray& content)
+// In a code page it takes luck to write a character of UTF-8; a byte that is none may come into any file.
+bool IsMostlyUtf8(const TUtf8Count& count)
+{
+    return count.Faults <= count.Long;
+}
+
+const TEncoding* FoundEncoding(const QByteArray& content, const TProgress& progress, TDecodedText& decoded)
 {
     for (const auto find : {EncodingOfMark, EncodingOfZeros, DeclaredEncoding}) {
         if (const TEncoding* encoding = find(content))
             return encoding;
     }
-    return IsUtf8(content) ? &Utf8 : EncodingOfLetters(content);
+    const TUtf8Count count = CountUtf8(content);
+    if (IsMostlyUtf8(count))
+        return &Utf8;
+    const TEncoding* encoding = EncodingOfLetters(content, progress);
+    const bool declared = FindEncoding(DeclaredName(content)) == FindEncoding(Utf8.Name);
+    if (declared || count.Long > 0) {
+        decoded.DoubtAt = declared ? count.FirstFault : count.FirstLong;
+        decoded.Doubt = QStringLiteral("Die Datei ist teils UTF-8 und teils nicht. Sie wird als %1 gelesen; bitte "
+                                       "prüfen Sie die Umlaute.")
+                            .arg(encoding->Name);
+        if (declared)
+            decoded.Doubt = QStringLiteral("Das Dokument gibt UTF-8 an, ist es aber nicht. Es wird als %1 gelesen; "
+                                           "bitte prüfen Sie die Umlaute.")
+                                .arg(encoding->Name);
+    }
+    return encoding;
 }
 
 // Some programs write the mark as an escape sequence, letter by letter.
@@ -174,11 +278,23 @@ QString WithoutMark(QString text)
 
 } // namespace
 
-TDecodedText DecodeText(const QByteArray& content, const QString& encoding)
+TDecodedText DecodeText(const QByteArray& content, const QString& encoding, const TProgress& progress)
 {
+    constexpr double findingShare = 0.5;
+    TDecodedText decoded;
+    const TProgress ask = [&](double done) {
+        decoded.Cancelled = decoded.Cancelled || (progress && !progress(done));
+        return !decoded.Cancelled;
+    };
+    const TProgress finding = [&](double done) { return ask(findingShare * done); };
+    const TProgress decoding = [&](double done) { return ask(findingShare + (1 - findingShare) * done); };
     const TEncoding* chosen = FindEncoding(encoding);
-    const TEncoding& used = chosen ? *chosen : *FoundEncoding(content);
-    return {.Text = WithoutMark(Decode(content, used)), .Encoding = used.Name.toString()};
+    const TEncoding& used = chosen ? *chosen : *FoundEncoding(content, finding, decoded);
+    decoded.Encoding = used.Name.toString();
+    decoded.Text.reserve(content.size());
+    DecodeInParts(content, used, decoding, [&](const QString& part) { decoded.Text += part; });
+    decoded.Text = WithoutMark(decoded.Text);
+    return decoded;
 }
 
 QStringList EncodingNames()

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "DatapointMerge.h"
+
+// The files of a directory that can be read, by their names, and what there is to say about the others.
+struct TDatapointDirectory
+{
+    QStringList Names;
+    QList<TFileProblem> Problems;
+};
+
+// A missing directory is empty, one that cannot be listed is a problem. Hidden files and directories do not count;
+// what is no file (a pipe, a device, a link to nowhere) is a problem and is never opened.
+TDatapointDirectory ListDatapointFiles(const QString& directory);
