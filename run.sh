@@ -6,7 +6,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
 readonly WORKBENCH=$ROOT/build/release/workbench/velmora-workbench
 readonly SAMPLE=examples/musterhaus
-readonly DOCUMENTS=(_config/data/scenes _config/data/schedule)
+readonly DOCUMENTS=(_config/data/scenes _config/data/schedule _menu)
 
 # What a person would do in the window: open, look, export. The export runs on a copy, the sample stays as it is.
 run_batch_sample() {
@@ -18,7 +18,8 @@ run_batch_sample() {
     "$WORKBENCH" --batch --project "$SAMPLE" --picture build/musterhaus.png
     NORHOME=$copy/home KOLT_HOME=$copy/home \
         "$WORKBENCH" --batch --project "$copy/musterhaus" \
-        --do scenes=MenuAction_Export --do schedule=MenuAction_Export --answer yes
+        --do scenes=MenuAction_Export --do schedule=MenuAction_Export --do menu=MenuAction_Export \
+        --answer yes
     local documents count=0
     for documents in "${DOCUMENTS[@]}"; do
         diff -r "$SAMPLE/$documents" "$copy/musterhaus/$documents" || die "The exported files differ from the sample's."

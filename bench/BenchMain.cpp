@@ -18,6 +18,7 @@ int main(int argc, char** argv)
     AddSceneMeasures();
     AddEditMeasures();
     AddDatapointMeasures();
+    AddMenuMeasures();
     AddScheduleMeasures();
     AddMemoryMeasures();
     AddStartMeasures();

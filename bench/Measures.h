@@ -57,6 +57,7 @@ void AddMemoryMeasures();
 void AddStartMeasures();
 void AddEditMeasures();
 void AddDatapointMeasures();
+void AddMenuMeasures();
 void AddScheduleMeasures();
 
 // What the program does instead when it is started as a child to weigh itself; false when it was not.

@@ -39,16 +39,22 @@ TDataTypeMap DroppedType(int eisNumber)
 void DrawLabelsOnGrey(const QFormLayout* layout)
 {
     const QColor grey(0x5A, 0x5A, 0x5A); // dark enough to read white on
+    QList<QWidget*> labels;
+    int width = 0;
     for (int row = 0; row < layout->rowCount(); ++row) {
         QLayoutItem* item = layout->itemAt(row, QFormLayout::LabelRole);
-        QWidget* label = item ? item->widget() : nullptr;
-        if (!label)
+        if (!item || !item->widget())
             continue;
+        labels.append(item->widget());
+        width = std::max(width, item->widget()->sizeHint().width());
+    }
+    for (QWidget* label : std::as_const(labels)) {
         QPalette palette = label->palette();
         palette.setColor(QPalette::Window, grey);
         palette.setColor(QPalette::WindowText, Qt::white);
         label->setPalette(palette);
         label->setAutoFillBackground(true);
+        label->setMinimumWidth(width);
     }
 }
 

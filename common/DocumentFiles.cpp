@@ -1,6 +1,7 @@
 #include "DocumentFiles.h"
 
 #include "Vlapputils.h"
+#include "Vldocuments.h"
 #include "Vlfilereplacer.h"
 #include "Vlmessages.h"
 
@@ -62,6 +63,7 @@ void TDocumentFiles::Write(const QString& path, const std::function<void(QIODevi
     // What was kept once is safe, also when this export fails and the next one begins.
     MarkRead(path);
     replacer.Commit();
+    ReportDocument(m_owner, path);
 }
 
 void TDocumentFiles::KeepUnread(const QString& path) const

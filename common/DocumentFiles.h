@@ -23,7 +23,8 @@ public:
     void MarkRead(const QString& path);
 
     // Replaces the file as a whole by what `write` makes. A file that was not read before is kept beside itself as
-    // NAME.unlesbar (numbered where that exists), and the message pane says so. Throws TFileError.
+    // NAME.unlesbar (numbered where that exists), and the message pane says so. The host learns of the written
+    // document. Throws TFileError.
     void Write(const QString& path, const std::function<void(QIODevice&)>& write);
 
 private:

@@ -61,7 +61,9 @@ struct TWeekEntry
 class IWeekSchedule : public IInterface
 {
 public:
-    // The caption of that datapoint or group; empty while neither is selected.
+    // False while neither is selected.
+    virtual bool HasWeek() const = 0;
+    // The caption of that datapoint or group.
     virtual QString WeekTitle() const = 0;
     // In the order of the tree. A text that is no entry is left out.
     virtual QList<TWeekEntry> WeekEntries() const = 0;

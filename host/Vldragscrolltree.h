@@ -15,7 +15,7 @@
 
 // The tree view of every editor: it knows the order of selection, edits in place with a veto, and keeps the modified
 // state, which it shows as the widget's windowModified property. The tree is the model: every edit passes through the
-// four operations InsertBranch, RemoveBranches, MoveBranch and ChangeRecord. Loading goes past them, through
+// operations InsertBranch, InsertBranches, RemoveBranches, MoveBranch and ChangeRecord. Loading goes past them, through
 // ReplaceContent.
 class VLHOST_API TDragScrollTree : public QTreeWidget
 {
@@ -90,7 +90,7 @@ protected:
     virtual bool CanEdit(const TTreeNode* node) const;
     virtual void HandleSelectionChange();
     virtual void HandleEditable(bool editable);
-    // One of the four operations has changed something, or the whole content was exchanged.
+    // One of the operations has changed something, or the whole content was exchanged.
     virtual void HandleChange();
     // About to be deleted, the node and all below it; not called when the whole content is exchanged.
     virtual void HandleDeletion(TTreeNode* node);

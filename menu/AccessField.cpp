@@ -17,14 +17,26 @@ public:
     using QSpinBox::QSpinBox;
 
     void ShowText(const QString& text) { lineEdit()->setText(text); }
+
+protected:
+    // The toolkit shows the value anew.
+    void showEvent(QShowEvent* event) override
+    {
+        const QString text = lineEdit()->text();
+        QSpinBox::showEvent(event);
+        if (lineEdit()->text() != text)
+            ShowText(text);
+    }
 };
 
 } // namespace
 
 QSpinBox* AddAccessField(QFormLayout* layout, QWidget* dialog)
 {
-    QSpinBox* field = AddField<TAccessBox>(layout, dialog, "EditAccess", " Zugang");
+    auto* field = AddField<TAccessBox>(layout, dialog, "EditAccess", " Zugang");
     field->setRange(0, HighestAccess);
+    // The toolkit would show it with the dialog only.
+    field->ShowText(QString::number(field->value()));
     return field;
 }
 

@@ -6,8 +6,6 @@
 #include "Vlerrors.h"
 #include "Vltext.h"
 
-#include <QScopedValueRollback>
-
 namespace
 {
 
@@ -52,8 +50,10 @@ TMenuTreeFrame::TMenuTreeFrame(QWidget* parent)
     InitializeMenu({});
     MakePopupMenu(this, PopupRows());
     SetEditable(true);
-    connect(this, &QTreeWidget::itemActivated, this,
-            [this](QTreeWidgetItem* item) { Guarded([&] { ShowInDialog(static_cast<TMenuNode*>(item)); }); });
+    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+        if (item->parent())
+            Guarded([&] { ShowInDialog(static_cast<TMenuNode*>(item)); });
+    });
 }
 
 TMenuTreeFrame::~TMenuTreeFrame()

@@ -25,19 +25,23 @@ public:
     void LoadMenu(const QString& path);
     void LoadLinks(const QString& path);
 
-    // Writes the menu to MenuPath, into a directory with the product's templates where there was none, and renders it.
-    // Throws TUserError without a project, TFileError when it cannot be written.
-    void SaveMenu(const QString& path);
+    // Writes the menu to MenuPath (whatever path is given), into a directory with the product's templates where there
+    // was none, and renders it. Throws TUserError while the path depends on a project and none is open, TFileError when
+    // it cannot be written.
+    void SaveMenu(const QString&);
     // Writes the links. Throws TFileError.
     void SaveLinks(const QString& path);
     // Writes the whole menu document.
     void SaveToStream(QIODevice& stream) const;
-    // Renders the menu file through the stylesheet; without one of them nothing happens. A failure is shown.
+    // Renders the menu file through the stylesheet; without one of them nothing happens. Paths that are not set get
+    // their defaults beside the menu and keep them until the next command: the next export names the stylesheet in the
+    // document. A failure is shown.
     void TranslateMenu();
 
     // Sets the pictures up and, when the tree is empty, fills it from a text file of captions, one a line, indented by
-    // one tab a level (UTF-8): first the menu, then the links. Returns the number of nodes. Throws TUserError for a
-    // file that cannot be read or has not these two tops; an empty path reads nothing and returns 0.
+    // one tab a level (UTF-8): a heading, and one level below it first the menu, then the links. Returns the number of
+    // nodes. Throws TUserError for a file that cannot be read or has not these two branches; an empty path reads
+    // nothing and returns 0.
     int InitializeMenu(const QString& path);
 
     // Releases the two properties dialogs that all frames share. Changes that wait in them are applied.

@@ -47,10 +47,10 @@ void TMenuTreeFrame::MenuAction_AttributesExecute()
     ShowInDialog(SelectedMenuNode());
 }
 
-// Nothing for the roots and for what stands beside them.
+// Nothing for the roots.
 void TMenuTreeFrame::ShowInDialog(TMenuNode* node)
 {
-    if (!node || !node->Item() || !node->Parent())
+    if (!node || !node->Item())
         return;
     ApplyPending();
     if (IsLink(node))
@@ -135,10 +135,14 @@ void TMenuTreeFrame::ApplyPending()
 {
     if (!m_currentNode)
         return;
-    if (IsLink(m_currentNode.Get()) && LinkDialog().HasPending(this))
+    // Taken over once: what changes the node afterwards is not undone by the same values again.
+    if (IsLink(m_currentNode.Get()) && LinkDialog().HasPending(this)) {
         HandleDialogAccept(LinkDialog().Get());
-    else if (!IsLink(m_currentNode.Get()) && MenuDialog().HasPending(this))
+        LinkDialog().Get()->SetChanged(false);
+    } else if (!IsLink(m_currentNode.Get()) && MenuDialog().HasPending(this)) {
         HandleDialogAccept(MenuDialog().Get());
+        MenuDialog().Get()->SetChanged(false);
+    }
 }
 
 void TMenuTreeFrame::CommitEdits()

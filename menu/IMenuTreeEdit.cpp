@@ -108,8 +108,9 @@ void TMenuTreeFrame::MenuAction_PasteBeforeExecute()
     const TRepaintPause pause(this);
     TTreeNode* cut = Clipboard().CutNode();
     TTreeNode* selected = SelectedNode();
-    // A link stays a link and an item an item: neither changes to the other's branch.
-    if (cut && selected && !IsFixed(selected) && IsLink(cut) == IsLink(selected))
+    // A link stays a link and an item an item, and neither goes where no export would find it.
+    const auto bothWithin = [&](const TMenuNode* root) { return cut->IsWithin(root) && selected->IsWithin(root); };
+    if (cut && selected && !IsFixed(selected) && (bothWithin(MenuRoot()) || bothWithin(LinkRoot())))
         MoveBranch(cut, selected, naInsert);
     // Deliberate: the mark stays on the node.
     Clipboard().ForgetCutOnly();

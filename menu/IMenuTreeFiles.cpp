@@ -6,7 +6,6 @@
 #include "Vlerrors.h"
 #include "Vlhourglass.h"
 #include "Vlmessages.h"
-#include "Vltext.h"
 
 #include <QScopedValueRollback>
 
@@ -69,6 +68,7 @@ void TMenuTreeFrame::LoadData(const QString& path)
 void TMenuTreeFrame::LoadMenu(const QString& path)
 {
     EnsureRoots();
+    m_files.Clear();
     if (!FileExists(path)) {
         if (DirectoryExists(ExtractFileDir(path)))
             m_menuPath = path;
@@ -77,7 +77,6 @@ void TMenuTreeFrame::LoadMenu(const QString& path)
     m_menuPath = path;
     const THourglass hourglass;
     const TRepaintPause pause(this);
-    m_files.Clear();
     std::optional<TMenuContent> content = ReadMenu(path);
     m_currentNode.Set(nullptr);
     RemoveStrays();
@@ -151,10 +150,15 @@ void TMenuTreeFrame::TranslateMenu()
         m_header.StylePath = ChangeFileExt(m_menuPath, QStringLiteral(".xsl"));
     if (!FileExists(m_header.StylePath))
         return;
-    const TTransformationOutcome outcome = TransformMenu({.StylePath = m_header.StylePath,
-                                                          .MenuPath = m_menuPath,
-                                                          .OutputPath = m_outputPath,
-                                                          .ReadableRoots = ReadableRoots()});
+    TTransformationOutcome outcome;
+    try {
+        outcome = TransformMenu({.StylePath = m_header.StylePath,
+                                 .MenuPath = m_menuPath,
+                                 .OutputPath = m_outputPath,
+                                 .ReadableRoots = ReadableRoots()});
+    } catch (const TFileError& error) {
+        outcome.Reason = error.Message(); // the links are written all the same
+    }
     if (outcome.Saved >= 0)
         return;
     if (!outcome.Reason.isEmpty())

@@ -17,10 +17,10 @@ using TMenuNodes = std::vector<std::unique_ptr<TTreeNode>>;
 // What the header of a menu says beside its items.
 struct TMenuHeader
 {
-    QString StylePath; // of the stylesheet that a browser would apply
-    int Levels = 2;    // how many levels the menu shows
-    QString Logo;
-    QString HelpBase;
+    QString StylePath = {}; // of the stylesheet that a browser would apply
+    int Levels = 2;         // how many levels the menu shows
+    QString Logo = {};
+    QString HelpBase = {};
 };
 
 // A menu as it was read, detached.

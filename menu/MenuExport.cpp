@@ -7,9 +7,9 @@
 #include "XmlMessages.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <libxml/parser.h>
+#include <libxslt/imports.h>
 #include <libxslt/security.h>
 #include <libxslt/transform.h>
 #include <libxslt/xslt.h>
@@ -33,7 +33,6 @@ struct TXmlDeleter
     void operator()(xsltStylesheetPtr style) const { xsltFreeStylesheet(style); }
     void operator()(xsltTransformContextPtr context) const { xsltFreeTransformContext(context); }
     void operator()(xsltSecurityPrefsPtr preferences) const { xsltFreeSecurityPrefs(preferences); }
-    void operator()(xmlChar* text) const { xmlFree(text); }
 };
 
 template <class T> using TXmlPointer = std::unique_ptr<T, TXmlDeleter>;
@@ -92,27 +91,43 @@ TXmlPointer<xmlDoc> Apply(xsltStylesheetPtr style, xmlDocPtr menu, xsltSecurityP
     return result;
 }
 
-void WriteOutput(const QString& outputPath, const char* text, int length)
+int AppendTo(void* device, const char* text, int length)
 {
-    if (outputPath.startsWith(u"stdout", Qt::CaseInsensitive)) {
-        std::fwrite(text, 1, static_cast<std::size_t>(length), stdout);
-        std::fflush(stdout);
-        return;
-    }
-    TFileReplacer replacer(outputPath);
-    if (replacer.Device().write(text, length) != length)
-        throw TFileError(replacer.Device().errorString());
-    replacer.Commit();
+    return static_cast<int>(static_cast<QIODevice*>(device)->write(text, length));
+}
+
+int KeepOpen(void*)
+{
+    return 0;
+}
+
+// As the library saves to a file, in the encoding that the stylesheet asks for.
+int Serialize(xmlDocPtr result, xsltStylesheetPtr style, QIODevice& device)
+{
+    const xmlChar* encoding = nullptr;
+    XSLT_GET_IMPORT_PTR(encoding, style, encoding)
+    xmlCharEncodingHandlerPtr encoder =
+        encoding ? xmlFindCharEncodingHandler(reinterpret_cast<const char*>(encoding)) : nullptr;
+    if (encoder && qstricmp(encoder->name, "UTF-8") == 0)
+        encoder = nullptr;
+    xmlOutputBufferPtr buffer = xmlOutputBufferCreateIO(AppendTo, KeepOpen, &device, encoder);
+    const int saved = xsltSaveResultTo(buffer, result, style);
+    const int closed = xmlOutputBufferClose(buffer);
+    return saved < 0 ? saved : closed;
 }
 
 int Save(xmlDocPtr result, xsltStylesheetPtr style, const QString& outputPath)
 {
-    xmlChar* text = nullptr;
-    int length = 0;
-    const int code = xsltSaveResultToString(&text, &length, result, style);
-    const TXmlPointer<xmlChar> owner(text);
-    if (code >= 0 && length > 0)
-        WriteOutput(outputPath, reinterpret_cast<const char*>(text), length);
+    if (!result->children)
+        return 0;
+    if (outputPath.startsWith(u"stdout", Qt::CaseInsensitive)) {
+        QFile output;
+        return output.open(stdout, QIODevice::WriteOnly) ? Serialize(result, style, output) : -1;
+    }
+    TFileReplacer replacer(outputPath);
+    const int code = Serialize(result, style, replacer.Device());
+    if (code >= 0)
+        replacer.Commit();
     return code;
 }
 

@@ -23,6 +23,7 @@ TLinkPropsDialog::TLinkPropsDialog(QWidget* parent)
     FillSources(m_source);
     DrawLabelsOnGrey(fields);
     ArrangeFields(fields);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
     EndTabOrder(m_source);
     ConnectFields();
 }

@@ -17,6 +17,7 @@ TMenuPropsDialog::TMenuPropsDialog(QWidget* parent) : TPropsDialog(QStringLitera
     m_access = AddAccessField(fields, this);
     DrawLabelsOnGrey(fields);
     ArrangeFields(fields);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
     EndTabOrder(m_access);
 
     for (QLineEdit* edit : {m_name, m_title, static_cast<QLineEdit*>(m_link), static_cast<QLineEdit*>(m_help)})
@@ -68,7 +69,11 @@ QString TMenuPropsDialog::GetMenuHelp() const
 
 void TMenuPropsDialog::SetMenuAccess(std::int32_t access)
 {
+    const QString before = m_access->text();
     SetAccessAsGiven(m_access, access);
+    // A number beyond the range may change what is shown and not what is held.
+    if (m_access->text() != before)
+        MarkChanged();
 }
 
 std::int32_t TMenuPropsDialog::GetMenuAccess() const

@@ -71,6 +71,7 @@ public:
 
     void CommitEdits() override;
 
+    bool HasWeek() const override { return WeekNode() != nullptr; }
     QString WeekTitle() const override;
     QList<TWeekEntry> WeekEntries() const override;
     int SelectedWeekEntry() const override;

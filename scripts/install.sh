@@ -18,7 +18,7 @@ readonly TEST_PACKAGES=(
     chromium chromium-driver python3-selenium python3-lxml
     git
 )
-readonly BENCH_PACKAGES=(libbenchmark-dev)
+readonly BENCH_PACKAGES=(libbenchmark-dev xsltproc)
 readonly FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)
 
 packages_of() {

@@ -37,13 +37,14 @@ template <class TFunction> bool Attempt(TFunction&& function)
 } // namespace
 
 TMainWindow::TMainWindow(const TClientRegistry& clients, IModifiedAsker& asker)
-    : m_asker(asker), m_panes(*this, clients), m_messages(new TMessagePane(this))
+    : m_asker(asker), m_panes(*this, clients), m_messages(new TMessagePane(this)), m_documentCheck(*m_messages, m_panes)
 {
     setDockNestingEnabled(true);
     setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
     resize(FirstSize);
     connect(&m_panes, &TPanes::Closing, this, &TMainWindow::HandlePaneClosing);
     connect(&m_panes, &TPanes::PanesChanged, this, &TMainWindow::ResetArrangement);
+    connect(m_messages, &TMessagePane::FaultActivated, this, &TMainWindow::ShowPane);
     UserManager()->AddListener(this, &TMainWindow::HandleProjectChange);
     BuildMenus();
     ResetArrangement();
@@ -191,10 +192,17 @@ void TMainWindow::HandleProjectChange(QObject*, TUserProperty property, const QS
                       : QStringLiteral("Projekt geschlossen"));
 }
 
+void TMainWindow::ShowPane(const QString& id)
+{
+    if (TPane* pane = m_panes.Find(id))
+        pane->FocusContent();
+}
+
 void TMainWindow::UpdateTitle()
 {
     const TProject* project = UserManager()->GetActiveProject();
     const QString product = QStringLiteral("Velmora Folders");
     setWindowTitle(project ? project->GetName() + QStringLiteral(" – ") + product : product);
     m_closeAction->setEnabled(project != nullptr);
+    m_browserAction->setEnabled(project != nullptr);
 }

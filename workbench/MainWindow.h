@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DocumentCheck.h"
 #include "Panes.h"
 #include "RecentProjects.h"
 #include "Userman.h"
@@ -64,20 +65,24 @@ private:
     void CloseWindow() { close(); }
     void NextPane() { StepPane(1); }
     void PreviousPane() { StepPane(-1); }
+    void OpenMenuInBrowser();
     void ShowAbout();
 
     bool MayLoseChanges();
     void ShowLayout(const TLayout& layout);
     void HandleProjectChange(QObject* sender, TUserProperty property, const QString& value);
     void HandlePaneClosing(TPane* pane, bool& allowed);
+    void ShowPane(const QString& id);
     void UpdateTitle();
 
     IModifiedAsker& m_asker;
     TPanes m_panes;
     TMessagePane* m_messages;
+    TDocumentCheck m_documentCheck;
     TRecentProjects m_recent;
     QMenu* m_recentMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
     QAction* m_closeAction = nullptr;
+    QAction* m_browserAction = nullptr;
     bool m_remembersArrangement = false;
 };

@@ -7,9 +7,13 @@
 #include "PaneMenu.h"
 #include "Vlerrors.h"
 
+#include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QUrl>
 
 QAction* TMainWindow::AddCommand(QMenu& menu, const QString& name, const QString& caption, const QKeySequence& shortcut,
                                  void (TMainWindow::*method)())
@@ -46,7 +50,10 @@ void TMainWindow::BuildProjectMenu()
     m_closeAction = AddCommand(*menu, QStringLiteral("ProjectClose"), QStringLiteral("&Schließen"),
                                QKeySequence(Qt::CTRL | Qt::Key_W), &TMainWindow::CloseProjectByMenu);
     menu->addSeparator();
-    AddCommand(*menu, QStringLiteral("Quit"), QStringLiteral("&Beenden"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+    m_browserAction = AddCommand(*menu, QStringLiteral("OpenInBrowser"), QStringLiteral("Menu im &Browser öffnen"),
+                                 QKeySequence(Qt::CTRL | Qt::Key_B), &TMainWindow::OpenMenuInBrowser);
+    menu->addSeparator();
+    AddCommand(*menu, QStringLiteral("Quit"), QStringLiteral("B&eenden"), QKeySequence(Qt::CTRL | Qt::Key_Q),
                &TMainWindow::CloseWindow);
 }
 
@@ -102,6 +109,19 @@ void TMainWindow::AskForProject()
     const QString directory = QFileDialog::getExistingDirectory(this, QStringLiteral("Projekt öffnen"));
     if (!directory.isEmpty())
         OpenProject(directory);
+}
+
+// What the last export of the menu has made, as the visualisation would show it.
+void TMainWindow::OpenMenuInBrowser()
+{
+    const TProject* project = UserManager()->GetActiveProject();
+    if (!project)
+        throw TUserError(QStringLiteral("Es ist kein Projekt geöffnet."));
+    const QString page = QDir(project->GetRootDirectory()).filePath(QStringLiteral("_menu/menu.html"));
+    if (!QFileInfo::exists(page))
+        throw TUserError(QStringLiteral("\"%1\" gibt es noch nicht. Exportieren Sie zuerst das Menu.").arg(page));
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(page)))
+        throw TUserError(QStringLiteral("\"%1\" lässt sich nicht im Browser öffnen.").arg(page));
 }
 
 void TMainWindow::ShowAbout()

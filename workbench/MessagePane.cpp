@@ -2,8 +2,11 @@
 
 #include "Layout.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTime>
 
 namespace
@@ -16,6 +19,14 @@ QColor ErrorColor(const QPalette& palette)
 {
     return palette.color(QPalette::Base).lightness() < 128 ? QColor(255, 128, 128) : QColor(176, 0, 0);
 }
+
+// Belongs to its line.
+struct TFaultTarget final : public QTextBlockUserData
+{
+    explicit TFaultTarget(const QString& paneId) : PaneId(paneId) {}
+
+    QString PaneId;
+};
 
 } // namespace
 
@@ -30,6 +41,8 @@ TMessagePane::TMessagePane(QWidget* parent)
     m_text->setTabChangesFocus(true);
     m_text->setUndoRedoEnabled(false);
     m_text->setMaximumBlockCount(MaxLines);
+    m_text->installEventFilter(this);
+    m_text->viewport()->installEventFilter(this);
     setWidget(m_text);
 }
 
@@ -41,6 +54,29 @@ void TMessagePane::AddNote(const QString& text)
 void TMessagePane::AddError(const QString& text)
 {
     AddLine(QStringLiteral("Fehler: ") + text, ErrorColor(m_text->palette()));
+}
+
+void TMessagePane::AddFault(const QString& text, const QString& paneId)
+{
+    AddLine(text, ErrorColor(m_text->palette()), paneId);
+}
+
+bool TMessagePane::Activate(const QTextCursor& place)
+{
+    const auto* target = static_cast<const TFaultTarget*>(place.block().userData());
+    if (target)
+        Q_EMIT FaultActivated(target->PaneId);
+    return target != nullptr;
+}
+
+bool TMessagePane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
+        return Activate(m_text->cursorForPosition(place)) || QDockWidget::eventFilter(watched, event);
+    }
+    const bool isEnter = event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return;
+    return (isEnter && Activate(m_text->textCursor())) || QDockWidget::eventFilter(watched, event);
 }
 
 QString TMessagePane::Text() const
@@ -57,13 +93,13 @@ void TMessagePane::FocusText()
 
 // Written through a cursor of its own. A selection that reaches to the end would grow with the text: it stays what the
 // user made it.
-void TMessagePane::AddLine(const QString& text, const QColor& color)
+void TMessagePane::AddLine(const QString& text, const QColor& color, const QString& paneId)
 {
     QTextCursor selection = m_text->textCursor();
     const int anchor = selection.anchor();
     const int position = selection.position();
     const bool isSelected = selection.hasSelection();
-    Append(QTime::currentTime().toString(QStringLiteral("HH:mm:ss  ")) + text, color);
+    Append(QTime::currentTime().toString(QStringLiteral("HH:mm:ss  ")) + text, color, paneId);
     if (isSelected) {
         selection.setPosition(anchor);
         selection.setPosition(position, QTextCursor::KeepAnchor);
@@ -72,7 +108,7 @@ void TMessagePane::AddLine(const QString& text, const QColor& color)
     m_text->verticalScrollBar()->setValue(m_text->verticalScrollBar()->maximum());
 }
 
-void TMessagePane::Append(const QString& line, const QColor& color)
+void TMessagePane::Append(const QString& line, const QColor& color, const QString& paneId)
 {
     QTextCharFormat format;
     format.setForeground(color);
@@ -81,4 +117,6 @@ void TMessagePane::Append(const QString& line, const QColor& color)
     if (!m_text->document()->isEmpty())
         end.insertBlock();
     end.insertText(line, format);
+    if (!paneId.isEmpty())
+        end.block().setUserData(new TFaultTarget(paneId));
 }

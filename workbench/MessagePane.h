@@ -3,6 +3,7 @@
 #include <QDockWidget>
 
 class QPlainTextEdit;
+class QTextCursor;
 
 // The list of what was done and what went wrong, each with its time. The text can be selected and copied.
 class TMessagePane final : public QDockWidget
@@ -14,13 +15,22 @@ public:
 
     void AddNote(const QString& text);
     void AddError(const QString& text);
+    // An error that is to be mended in a pane: a double click on the line, or Enter, leads there.
+    void AddFault(const QString& text, const QString& paneId);
     QString Text() const;
     // Shows the pane and moves the keyboard into it.
     void FocusText();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    // The user wants to go where the fault is.
+    void FaultActivated(const QString& paneId);
+
 private:
-    void AddLine(const QString& text, const QColor& color);
-    void Append(const QString& line, const QColor& color);
+    void AddLine(const QString& text, const QColor& color, const QString& paneId = {});
+    void Append(const QString& line, const QColor& color, const QString& paneId);
+    bool Activate(const QTextCursor& place);
 
     QPlainTextEdit* m_text;
 };

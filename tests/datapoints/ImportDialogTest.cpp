@@ -270,7 +270,7 @@ TEST_F(ImportDialog, HandsEveryFailureToTheGeneralHandlerAndStays)
     EXPECT_EQ(Held(), QStringList(QStringLiteral("haus.esf")));
 }
 
-TEST_F(ImportDialog, ShowsEveryKindOfFailureToTheUser)
+TEST_F(ImportDialog, ShowsAFailureBehindAnImportThatTookPlace)
 {
     TDatapointStore store(dkEib);
     store.Load(m_project.Path(QStringLiteral("_config/data/datapoints")));
@@ -278,11 +278,12 @@ TEST_F(ImportDialog, ShowsEveryKindOfFailureToTheUser)
     TImportDialog dialog(store, Source(QStringLiteral("neu.esf"), EsfLine("1/1/3", "Drei")), nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         Press(dialog);
-        EXPECT_TRUE(dialog.isVisible());
-        dialog.reject();
+        EXPECT_FALSE(dialog.isVisible());
     });
-    EXPECT_FALSE(dialog.Execute());
+    EXPECT_TRUE(dialog.Execute());
     EXPECT_EQ(m_messages.Errors, QStringList(QStringLiteral("Der Arbeitsspeicher reicht nicht aus.")));
+    EXPECT_TRUE(Held().contains(QStringLiteral("neu.esf")));
+    EXPECT_EQ(store.Files().size(), Held().size());
 }
 
 TEST_F(ImportDialog, RefusesWhatIsNoFileWithoutWaitingForIt)

@@ -6,14 +6,15 @@
 #include <cstdint>
 #include <cstdlib>
 
-// What holds for every import of bytes: the result is complete, its names can be shown, and the same bytes give the
-// same.
+// What holds for every import of bytes: the result is complete, its names and addresses can be shown, and the same
+// bytes give the same.
 inline void CheckImport(const TImportResult& result)
 {
     constexpr qsizetype longestName = 1000;
     for (const TDatapoint& datapoint : result.Datapoints) {
         const bool shown = datapoint.Name.size() <= longestName && !datapoint.Name.contains(u'\n');
-        const bool named = !datapoint.Address.isEmpty() && datapoint.Address.size() <= longestName;
+        const bool named = !datapoint.Address.isEmpty() && datapoint.Address.size() <= longestName &&
+                           !datapoint.Address.contains(u'\n') && !datapoint.Address.contains(u'\r');
         if (!shown || !named || datapoint.Line < 1 || datapoint.EisNumber < 0 || datapoint.EisNumber > 15)
             std::abort();
     }

@@ -137,6 +137,10 @@ TEST_F(ScheduleJourney, FromANewGroupToTheExportedWeekAndBack)
         robot.DragWith(QStringLiteral("ctrl"), from, user.PlaceOf({Group, Datapoint}));
         robot.WaitFor(QStringLiteral("the moved entry"), [&] { return TUser::IsSelected({Group, Datapoint, entry}); });
         EXPECT_EQ(robot.See([&] { return TUser::Find(source)->childCount(); }), 3);
+        if (robot.See([] { return TUser::Dialog() != nullptr; })) {
+            user.Press("BtnCancel");
+            robot.WaitFor(QStringLiteral("the end of the dialog"), [] { return TUser::Dialog() == nullptr; });
+        }
         user.TakePicture(QStringLiteral("wochenansicht"));
         Export(robot, user);
         QByteArray& document = expected[ScheduleFile];

@@ -2,6 +2,7 @@
 
 #include "DatapointBrowser.h"
 #include "MainWindow.h"
+#include "OpenedUrls.h"
 #include "Robot.h"
 #include "TestSupport.h"
 
@@ -15,6 +16,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
 #include <QTabBar>
 #include <QTreeView>
 #include <QTreeWidget>
@@ -58,6 +60,7 @@ struct TEditor
 inline constexpr TEditor SceneEditor{.Tree = "TConfigTreeFrame", .Dialog = "TScenePropsDialog", .Tab = "Szenen"};
 inline constexpr TEditor ScheduleEditor{
     .Tree = "TScheduleTreeFrame", .Dialog = "TSchedulePropsDialog", .Tab = "Wochenschaltplan"};
+inline constexpr TEditor MenuEditor{.Tree = "TMenuTreeFrame", .Dialog = "TMenuPropsDialog", .Tab = "Menu"};
 
 // The workbench with the sample project, and the user's view of it, which is the view of one editor at a time. What
 // looks at widgets runs in their thread; what uses the mouse or the keyboard, in the user's.
@@ -85,7 +88,7 @@ public:
             return true;
         });
         m_robot.WaitFor(QStringLiteral("the editor"),
-                        [] { return Tree() && Tree()->isVisible() && Tree()->topLevelItemCount() == 1; });
+                        [] { return Tree() && Tree()->isVisible() && Tree()->topLevelItemCount() > 0; });
     }
     // Brings another pane to the front, as by its tab.
     void ClickTab(const QString& title)
@@ -289,6 +292,8 @@ class SceneJourney : public testing::Test
 protected:
     SceneJourney()
     {
+        // Every journey begins with the window as it is on the first day.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_settings.path());
         const auto examples = QStringLiteral(VELMORA_EXAMPLES);
         for (const char16_t* part : {u"/musterhaus", u"/home"})
             CopyDirectory(examples + QString::fromUtf16(part), m_directory.path() + QString::fromUtf16(part));
@@ -302,6 +307,8 @@ protected:
     TContents Files() const { return ContentsOf(m_directory.path()); }
 
     QTemporaryDir m_directory;
+    QTemporaryDir m_settings;
+    TOpenedUrls m_browser;
 };
 
 inline const auto ScenesFolder = QStringLiteral("musterhaus/_config/data/scenes/");

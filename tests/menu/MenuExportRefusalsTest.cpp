@@ -7,18 +7,6 @@
 
 #include <filesystem>
 
-namespace
-{
-
-// The stylesheet gives up or is stopped: the failure is told and the former result stays.
-void ExpectFailure(const TTransformationOutcome& outcome, const QByteArray& html)
-{
-    EXPECT_EQ(outcome.Saved, -1);
-    EXPECT_EQ(html, "before");
-}
-
-} // namespace
-
 TEST_F(MenuTransformation, DoesNotReachTheNetwork)
 {
     for (const char* address : {"http://127.0.0.1:9/x.xml", "https://127.0.0.1:9/x.xml", "ftp://127.0.0.1:9/x.xml"}) {
@@ -49,14 +37,13 @@ TEST_F(MenuTransformation, ImportsNothingFromOutside)
     for (const char* element : {"import", "include"}) {
         ExpectFailure(Run(Stylesheet(QByteArray("<xsl:") + element +
                                      " href=\"../../outside/part.xsl\"/><xsl:template match=\"/\">"
-                                     "<xsl:call-template name=\"part\"/></xsl:template>")),
-                      Html());
+                                     "<xsl:call-template name=\"part\"/></xsl:template>")));
     }
 }
 
 TEST_F(MenuTransformation, FailsForAMissingImport)
 {
-    ExpectFailure(Run(Stylesheet("<xsl:import href=\"none.xsl\"/><xsl:template match=\"/\">x</xsl:template>")), Html());
+    ExpectFailure(Run(Stylesheet("<xsl:import href=\"none.xsl\"/><xsl:template match=\"/\">x</xsl:template>")));
 }
 
 TEST_F(MenuTransformation, WritesNoOtherFile)
@@ -76,12 +63,10 @@ TEST_F(MenuTransformation, WritesNoOtherFile)
 TEST_F(MenuTransformation, EndsAnEndlessRecursion)
 {
     ExpectFailure(Run(Stylesheet("<xsl:template match=\"/\" name=\"again\">"
-                                 "<xsl:call-template name=\"again\"/></xsl:template>")),
-                  Html());
+                                 "<xsl:call-template name=\"again\"/></xsl:template>")));
     ExpectFailure(Run(Stylesheet("<xsl:template match=\"/\" name=\"again\"><xsl:param name=\"n\" select=\"0\"/>"
                                  "<a><xsl:call-template name=\"again\"><xsl:with-param name=\"n\" "
-                                 "select=\"$n + 1\"/></xsl:call-template></a></xsl:template>")),
-                  Html());
+                                 "select=\"$n + 1\"/></xsl:call-template></a></xsl:template>")));
 }
 
 TEST_F(MenuTransformation, CutsARunawayLoopOff)
@@ -93,22 +78,20 @@ TEST_F(MenuTransformation, CutsARunawayLoopOff)
         const QByteArray call = "<xsl:call-template name=\"t" + QByteArray::number(i - 1) + "\"/>";
         templates += "<xsl:template name=\"t" + QByteArray::number(i) + "\">" + call.repeated(10) + "</xsl:template>";
     }
-    ExpectFailure(Run(Stylesheet(templates)), Html());
+    ExpectFailure(Run(Stylesheet(templates)));
 }
 
 TEST_F(MenuTransformation, CutsARunawayPathOff)
 {
     Write("project/_menu/menu.xml", "<menu>" + QByteArray("<menuitem/>").repeated(2000) + "</menu>");
-    ExpectFailure(
-        Run(Template(
-            "<xsl:value-of select=\"count(//menuitem[count(//menuitem[count(//menuitem) &gt; 1]) &gt; 1])\"/>")),
-        Html());
+    ExpectFailure(Run(
+        Template("<xsl:value-of select=\"count(//menuitem[count(//menuitem[count(//menuitem) &gt; 1]) &gt; 1])\"/>")));
 }
 
 TEST_F(MenuTransformation, FailsWhenTheStylesheetTerminates)
 {
     const TTransformationOutcome outcome = Run(Template("<xsl:message terminate=\"yes\">genug</xsl:message>"));
-    ExpectFailure(outcome, Html());
+    ExpectFailure(outcome);
     EXPECT_TRUE(outcome.Reason.contains(QStringLiteral("genug")));
 }
 

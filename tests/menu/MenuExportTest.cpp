@@ -91,3 +91,48 @@ TEST_F(MenuTransformation, LeavesTheLoaderOfTheProcessAsItWas)
     Run(Template("x"));
     EXPECT_EQ(xmlGetExternalEntityLoader(), before);
 }
+
+TEST_F(MenuTransformation, WritesToTheStandardOutputForAPathThatBeginsSo)
+{
+    Write("project/_menu/menu.xsl", Template("neu"));
+    for (const char* output : {"stdout", "STDOUT", "Stdout.html"}) {
+        testing::internal::CaptureStdout();
+        const TTransformationOutcome outcome = TransformMenu({.StylePath = Path("project/_menu/menu.xsl"),
+                                                              .MenuPath = Path("project/_menu/menu.xml"),
+                                                              .OutputPath = QString::fromLatin1(output),
+                                                              .ReadableRoots = {Path("project")}});
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "<out>neu</out>\n") << output;
+        EXPECT_GE(outcome.Saved, 0) << output;
+        EXPECT_FALSE(QFileInfo::exists(QString::fromLatin1(output))) << output;
+    }
+    EXPECT_EQ(Html(), "before");
+}
+
+TEST_F(MenuTransformation, GivesTheStandardOutputNothingForAFailure)
+{
+    Write("project/_menu/menu.xsl", "<");
+    testing::internal::CaptureStdout();
+    const TTransformationOutcome outcome = TransformMenu({.StylePath = Path("project/_menu/menu.xsl"),
+                                                          .MenuPath = Path("project/_menu/menu.xml"),
+                                                          .OutputPath = QStringLiteral("stdout"),
+                                                          .ReadableRoots = {}});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(outcome.Saved, -1);
+}
+
+TEST_F(MenuTransformation, TakesAStylesheetThatDoesNotExistForAFailure)
+{
+    const TTransformationOutcome outcome = TransformMenu({.StylePath = Path("project/_menu/none.xsl"),
+                                                          .MenuPath = Path("project/_menu/menu.xml"),
+                                                          .OutputPath = Path("project/_menu/menu.html"),
+                                                          .ReadableRoots = {Path("project")}});
+    EXPECT_EQ(outcome.Saved, -1);
+    EXPECT_EQ(Html(), "before");
+}
+
+TEST_F(MenuTransformation, SubstitutesEntitiesInTheProcessFromThenOn)
+{
+    const int before = xmlSubstituteEntitiesDefault(0);
+    Run(Template("x"));
+    EXPECT_EQ(xmlSubstituteEntitiesDefault(before), 1);
+}

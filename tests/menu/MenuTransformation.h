@@ -53,6 +53,12 @@ protected:
                               .OutputPath = Path("project/_menu/menu.html"),
                               .ReadableRoots = {Path("project")}});
     }
+    // The stylesheet gave up or was stopped: the failure is told and the former result stays.
+    void ExpectFailure(const TTransformationOutcome& outcome) const
+    {
+        EXPECT_EQ(outcome.Saved, -1);
+        EXPECT_EQ(Html(), "before");
+    }
 
     QTemporaryDir m_directory;
 };

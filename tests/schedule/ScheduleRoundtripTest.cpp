@@ -52,6 +52,20 @@ TEST_P(ScheduleRoundtrip, GivesTheSameTree)
 INSTANTIATE_TEST_SUITE_P(Cases, ScheduleRoundtrip, testing::ValuesIn(ScheduleCases(QStringLiteral("roundtrip"))),
                          [](const auto& test) { return test.param.toStdString(); });
 
+TEST(SampleSchedule, GivesTheSameBytes)
+{
+    const QByteArray before =
+        ReadAll(QStringLiteral(VELMORA_EXAMPLES "/musterhaus/_config/data/schedule/schedule.xml"));
+    TScheduleFiles files;
+    const auto root = files.Load(before);
+    const TScheduleCounts counts = CountSchedule(root.get());
+    EXPECT_GE(counts.Groups, 6);
+    EXPECT_GE(counts.Datapoints, 40);
+    EXPECT_GE(counts.Entries, 200);
+    files.Save(root.get());
+    EXPECT_EQ(files.Read(), before);
+}
+
 TEST(ScheduleRoundtripCases, AreThere)
 {
     EXPECT_EQ(ScheduleCases(QStringLiteral("roundtrip")).size(), 9);

@@ -38,8 +38,8 @@ private:
 };
 
 // A project in a temporary directory, open in the user manager while it lives (which it also holds meanwhile). The
-// project has the folders for scenes and for the schedule, and nothing in them. KOLT_HOME is unset unless a test sets it; it is unset again at
-// the end.
+// project has the folders for scenes and for the schedule, and nothing in them. KOLT_HOME is unset unless a test sets
+// it; it is unset again at the end.
 class TTemporaryProject
 {
 public:

@@ -4,6 +4,7 @@
 #include "WorkbenchSupport.h"
 
 #include <QAction>
+#include <QDir>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTest>
@@ -112,10 +113,10 @@ TEST_F(MainWindowMenus, ViewMenuListsEveryPane)
 TEST_F(MainWindowMenus, ViewMenuFollowsTheLayout)
 {
     ASSERT_TRUE(Window().CloseProject());
-    EXPECT_EQ(Entries("ViewMenu").first(7),
-              (QStringList{QStringLiteral("Szenen"), QStringLiteral("Wochenschaltplan"), QStringLiteral("EIB"),
-                           QStringLiteral("Modbus"), QStringLiteral("Virtuell"), QStringLiteral("Wochenansicht"),
-                           QStringLiteral("Meldungen")}));
+    EXPECT_EQ(Entries("ViewMenu").first(8),
+              (QStringList{QStringLiteral("Szenen"), QStringLiteral("Wochenschaltplan"), QStringLiteral("Menu"),
+                           QStringLiteral("EIB"), QStringLiteral("Modbus"), QStringLiteral("Virtuell"),
+                           QStringLiteral("Wochenansicht"), QStringLiteral("Meldungen")}));
 }
 
 TEST_F(MainWindowMenus, ProjectCanBeClosedOnlyWhileOneIsOpen)
@@ -138,6 +139,33 @@ TEST_F(MainWindowMenus, RecentProjectOpensByItsEntry)
     EXPECT_TRUE(entries.first()->text().endsWith(QStringLiteral("Anderes && mehr")));
     entries.first()->trigger();
     EXPECT_EQ(UserManager()->GetActiveProject()->GetName(), QStringLiteral("Anderes & mehr"));
+}
+
+TEST_F(MainWindowMenus, ExportedMenuOpensInTheBrowser)
+{
+    TOpenedUrls opened;
+    QDir(m_directory.path()).mkpath(QStringLiteral("Haus/_menu"));
+    const QString page = m_directory.filePath(QStringLiteral("Haus/_menu/menu.html"));
+    WriteAll(page, "<html/>");
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>{QUrl::fromLocalFile(page)});
+    EXPECT_EQ(m_messages.Errors, QStringList());
+}
+
+TEST_F(MainWindowMenus, MenuThatWasNotExportedIsNamed)
+{
+    TOpenedUrls opened;
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>());
+    ASSERT_EQ(m_messages.Errors.size(), 1);
+    EXPECT_TRUE(m_messages.Errors.first().contains(QStringLiteral("Exportieren Sie zuerst das Menu.")));
+}
+
+TEST_F(MainWindowMenus, BrowserNeedsAProject)
+{
+    EXPECT_TRUE(Command("OpenInBrowser")->isEnabled());
+    Window().CloseProject();
+    EXPECT_FALSE(Command("OpenInBrowser")->isEnabled());
 }
 
 TEST_F(MainWindowMenus, QuitClosesTheWindow)

@@ -27,6 +27,7 @@ public:
     void ExecuteCmd(const char* command, bool& handled) override;
     void QueryCmd(const char* command, bool& accepted) override;
 
+    bool HasWeek() const override { return !m_title.isEmpty(); }
     QString WeekTitle() const override { return m_title; }
     QList<TWeekEntry> WeekEntries() const override { return m_entries; }
     int SelectedWeekEntry() const override { return m_selected; }

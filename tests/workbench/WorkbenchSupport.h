@@ -5,6 +5,7 @@
 #include "ModifiedGuard.h"
 #include "TestComponent.h"
 #include "TestSupport.h"
+#include "OpenedUrls.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "DatapointDirectory.h"
 
 #include "Vlapputils.h"
+#include "Vlerrors.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -75,4 +76,14 @@ TDatapointDirectory ListDatapointFiles(const QString& directory)
         ReportDirectory(listing, directory, error);
     listing.Names.sort();
     return listing;
+}
+
+QByteArray ReadDatapointFile(const QString& path)
+{
+    if (QFileInfo(ToPlatformPath(path)).size() > LargestFile) {
+        const QString reason =
+            QStringLiteral("Die Datei ist größer als %1 MB und damit zu groß").arg(LargestFile >> 20);
+        throw TFileError(FileErrorText(path, QStringLiteral("gelesen"), reason));
+    }
+    return ReadFile(path);
 }

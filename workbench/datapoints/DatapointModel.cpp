@@ -33,7 +33,13 @@ TDatapointModel::TDatapointModel(TDatapointStore& store, QObject* parent)
         [self] {
             if (!self)
                 return;
-            self->Build();
+            try {
+                self->Build();
+            } catch (...) {
+                self->Clear();
+                self->endResetModel();
+                throw;
+            }
             self->endResetModel();
         });
 }
@@ -62,9 +68,16 @@ int TDatapointModel::GroupNode(QHash<QStringList, int>& groups, const QStringLis
     return node;
 }
 
+void TDatapointModel::Clear()
+{
+    m_nodes.resize(1);
+    m_nodes.front() = TNode();
+    m_shownDatapoints = 0;
+}
+
 void TDatapointModel::Build()
 {
-    m_nodes.assign(1, TNode());
+    Clear();
     QHash<QStringList, int> groups{{QStringList(), Root}};
     for (qsizetype i = 0; i < m_store.Datapoints().size(); ++i) {
         const TDatapoint& datapoint = m_store.Datapoints()[i];
@@ -74,7 +87,6 @@ void TDatapointModel::Build()
         leaf.Searched = (datapoint.Name + u'\n' + DatapointIdentifier(datapoint)).toCaseFolded();
         AppendNode(group, std::move(leaf));
     }
-    m_shownDatapoints = 0;
     ShowMatches(Root, m_filter);
 }
 

@@ -69,6 +69,7 @@ private:
     const TNode& NodeAt(const QModelIndex& index) const;
     int AppendNode(int parent, TNode node);
     int GroupNode(QHash<QStringList, int>& groups, const QStringList& path);
+    void Clear();
     void Build();
     bool ShowMatches(int node, const QString& folded);
 

@@ -103,7 +103,7 @@ TDatapointFile TDatapointStore::ReadOne(const QString& name, const TState& state
         TImportOptions options;
         options.Encoding = state.Decisions.Encodings.value(name);
         const QString path = JoinFilePath(FileDirectory(state.Directory), {name});
-        file.Result = ReadDatapoints(m_kind, ReadFile(path), options);
+        file.Result = ReadDatapoints(m_kind, ReadDatapointFile(path), options);
     } catch (const TFileError& error) {
         file.Result.Problems.append({.Line = 0, .Reason = error.Message()});
     }
@@ -130,13 +130,15 @@ void TDatapointStore::AdoptOldTypes(TState& state) const
     }
 }
 
+// What the project holds has changed already. A watcher that fails has its error shown; it cannot keep the store from
+// following.
 void TDatapointStore::Adopt(TState state)
 {
     if (m_before)
-        m_before();
+        Guarded(m_before);
     m_state = std::move(state);
     if (m_after)
-        m_after();
+        Guarded(m_after);
 }
 
 QString TDatapointStore::KeyOf(const TDatapoint& datapoint) const

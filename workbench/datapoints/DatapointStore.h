@@ -37,7 +37,8 @@ public:
     // "eib", "modbus", "virtual".
     QString KindName() const;
 
-    // Called right before and right after the datapoints change.
+    // Called right before and right after the datapoints change. When one throws, its error is shown, and the change
+    // and the other call take place all the same.
     void SetWatcher(std::function<void()> before, std::function<void()> after);
 
     // Reads everything below `directory`, the project's directory of datapoints; a missing one is empty. Never throws

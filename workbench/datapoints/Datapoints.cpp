@@ -45,10 +45,10 @@ void ReportDamage(QStringView text, const QString& encoding, TImportCollector& c
 {
     if (!text.contains(QChar::ReplacementCharacter))
         return;
-    const QString reason = QStringLiteral("Hier stehen Zeichen, die es in der Kodierung %1 nicht gibt. Möglicherweise "
-                                          "ist es eine andere.")
+    const QString reason = QStringLiteral("Hier stehen Zeichen, die es im Zeichensatz %1 nicht gibt. Möglicherweise "
+                                          "ist es ein anderer.")
                                .arg(encoding);
-    for (TTextLines lines(text); lines.Next();) {
+    for (TTextLines lines(text); lines.Next() && collector.Advance(0);) {
         if (lines.Line().contains(QChar::ReplacementCharacter))
             collector.Report(lines.Number(), reason);
     }
@@ -74,7 +74,7 @@ QString WithoutLongLines(const QString& text, TImportCollector& collector)
 {
     QString bearable;
     qsizetype kept = 0;
-    for (TTextLines lines(text); lines.Next();) {
+    for (TTextLines lines(text); lines.Next() && collector.Advance(0);) {
         if (lines.Line().size() <= LongestLine)
             continue;
         collector.Report(lines.Number(), QStringLiteral("Die Zeile ist länger als %1 Zeichen und wird nicht gelesen.")

@@ -5,6 +5,9 @@
 #include "ImportCollector.h"
 #include "TextLines.h"
 
+#include <QSet>
+
+#include <algorithm>
 #include <optional>
 
 namespace
@@ -32,33 +35,50 @@ TPath SplitPath(QStringView path)
     return {.Ranges = path.first(dot < 0 ? 0 : dot), .Address = path.sliced(dot + 1)};
 }
 
-// A dot divides the two ranges only where a name goes on behind it: "1. OG" is one name. Of several the last divides.
-QStringList RangeNames(QStringView ranges)
+// One for each range above the address, empty for one without a name; none where the path names no ranges. Only an
+// address of three levels has two of them. A dot divides these where a name goes on behind it: "1. OG" is one name. Of
+// several the last divides.
+QList<QStringView> RangeNames(QStringView path, int levels)
 {
+    if (!path.contains(u'.'))
+        return {};
+    const QStringView ranges = SplitPath(path).Ranges;
+    if (levels < 3) {
+        const bool named = std::any_of(ranges.begin(), ranges.end(), [](QChar c) { return c != u'.'; });
+        return {named ? ranges.trimmed() : QStringView()};
+    }
     qsizetype dot = ranges.size();
     do
         dot = dot > 0 ? ranges.lastIndexOf(u'.', dot - 1) : -1;
     while (dot >= 0 && dot + 1 < ranges.size() && ranges[dot + 1].isSpace());
-    QStringList names;
-    for (const QStringView name : {ranges.first(qMax(dot, 0)), ranges.sliced(dot + 1)}) {
-        if (!name.trimmed().isEmpty())
-            names.append(name.trimmed().toString());
-    }
-    return names;
+    if (dot < 0)
+        return {ranges.trimmed()};
+    return {ranges.first(dot).trimmed(), ranges.sliced(dot + 1).trimmed()};
 }
 
-bool IsDatapointLine(QStringView line)
+enum TLikeness : quint8
+{
+    lkNone,
+    lkShape, // looks like a datapoint's line, and may be a table's as well
+    lkSure,  // has the word for a type
+};
+
+TLikeness DatapointLikeness(QStringView line)
 {
     const QList<QStringView> fields = line.split(u'\t');
     if (fields.size() < 2 || line.startsWith(u'"'))
-        return false;
+        return lkNone;
     const auto address = ParseGroupAddress(SplitPath(fields[fdPath]).Address);
     if (!address || address->IsRange())
-        return false;
+        return lkNone;
     // A name in a table may end in a dot and a number, too; the word for a type tells.
     const bool hasRanges = fields[fdPath].contains(u'.');
     const bool hasLevels = address->Levels > 1;
-    return (hasRanges && hasLevels) || ((hasRanges || hasLevels) && EisOfTypeWord(fields.value(fdType)));
+    if ((hasRanges || hasLevels) && EisOfTypeWord(fields.value(fdType)))
+        return lkSure;
+    const auto second = ParseGroupAddress(fields[fdName]);
+    const bool isTable = (second && second->Levels > 1) || IsDatapointType(fields.value(fdType).trimmed());
+    return hasRanges && hasLevels && !isTable ? lkShape : lkNone;
 }
 
 class TEsfReader
@@ -82,7 +102,8 @@ private:
         QList<QStringView> fields = line.split(u'\t');
         const TPath path = SplitPath(fields[fdPath]);
         const auto address = ParseGroupAddress(path.Address);
-        if (number == 1 && (!address || fields.size() == 1)) {
+        const bool mayBeTitle = fields.size() == 1 || (!address && !EisOfTypeWord(fields.value(fdType)));
+        if (number == 1 && mayBeTitle) {
             m_collector.SetTitle(line.trimmed().toString());
             return;
         }
@@ -95,11 +116,39 @@ private:
             m_collector.Report(number, AddressFault(path.Address));
             return;
         }
-        TDatapoint datapoint{.Address = AddressText(*address), .Name = {}, .Group = RangeNames(path.Ranges)};
+        TDatapoint datapoint{
+            .Address = AddressText(*address), .Name = {}, .Group = GroupOf(fields[fdPath], *address, number)};
         datapoint.Name = NameOf(line, fields);
         const QStringView type = fields.value(fdType);
         datapoint.EisNumber = m_collector.KnownType(EisOfTypeWord(type), type, number);
         m_collector.Add(datapoint, number);
+    }
+
+    QStringList GroupOf(QStringView path, const TGroupAddress& address, qsizetype number)
+    {
+        QStringList group;
+        TGroupAddress range = address;
+        range.Filled = 0;
+        for (const QStringView name : RangeNames(path, address.Levels)) {
+            ++range.Filled;
+            if (!name.isEmpty())
+                group.append(name.toString());
+            else if (range.IsRange())
+                group.append(RangeWithoutName(range, number));
+        }
+        return group;
+    }
+
+    QString RangeWithoutName(const TGroupAddress& range, qsizetype number)
+    {
+        const QString text = AddressText(range);
+        if (!m_withoutName.contains(text)) {
+            m_withoutName.insert(text);
+            m_collector.Report(number,
+                               QStringLiteral("Der Bereich %1 hat keinen Namen und wird mit seiner Nummer gezeigt.")
+                                   .arg(QuotedPiece(text)));
+        }
+        return text;
     }
 
     // Too many fields: the name has tabs, and goes on to the field that is a type.
@@ -119,6 +168,7 @@ private:
     }
 
     TImportCollector& m_collector;
+    QSet<QString> m_withoutName; // the ranges that were reported
 };
 
 } // namespace
@@ -127,11 +177,17 @@ bool IsEsf(QStringView text)
 {
     constexpr int sampleSize = 50;
     TTextLines lines(text);
+    int filled = 0;
+    int alike = 0;
     for (int i = 0; i < sampleSize && lines.Next(); ++i) {
-        if (IsDatapointLine(lines.Line()))
+        const TLikeness likeness = DatapointLikeness(lines.Line());
+        if (likeness == lkSure)
             return true;
+        const bool isTitle = lines.Number() == 1 && !lines.Line().contains(u'\t');
+        filled += isTitle || lines.Line().trimmed().isEmpty() ? 0 : 1;
+        alike += likeness == lkShape ? 1 : 0;
     }
-    return false;
+    return 2 * alike > filled;
 }
 
 void ReadEsf(QStringView text, TImportCollector& collector)

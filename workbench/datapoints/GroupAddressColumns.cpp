@@ -4,8 +4,11 @@
 #include "EisTypes.h"
 #include "GroupAddress.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace
 {
@@ -59,6 +62,7 @@ public:
             m_width = qMin(qMax(m_width, row.Cells.size()), WidestSample);
     }
 
+    const QList<TCsvRow>& Rows() const { return m_rows; }
     qsizetype Width() const { return m_width; }
 
     using TRule = std::function<bool(const QString&)>;
@@ -109,9 +113,54 @@ bool IsNumberOrEmpty(const QString& cell)
     return cell.isEmpty() || IsNumber(cell);
 }
 
+// Which rows give what when three columns, from `first` on, hold the addresses.
+struct TAssignment
+{
+    qsizetype First = 0;
+    bool FitsAll = false;
+    qsizetype Addresses = 0; // different ones
+};
+
+TAssignment AssignmentAt(const TSample& sample, qsizetype first)
+{
+    TAssignment assignment{.First = first, .FitsAll = true};
+    const TGroupAddressColumns columns{.Names = {}, .Addresses = {first, first + 1, first + 2}};
+    QSet<int> found;
+    bool isFirst = true;
+    for (const TCsvRow& row : sample.Rows()) {
+        const auto address = ParseGroupAddress(columns.AddressOf(row));
+        const bool fits = address && IsOnBus(*address);
+        const bool mayBeHeader = std::exchange(isFirst, false);
+        assignment.FitsAll = assignment.FitsAll && (fits || mayBeHeader);
+        if (fits && !address->IsRange())
+            found.insert(BusValue(*address));
+    }
+    assignment.Addresses = found.size();
+    return assignment;
+}
+
+// Where three columns that give addresses in all rows begin; of several places the one with the most addresses. Names
+// may be numbers, too: of equals it is the last then, else the first. -1 for none.
+qsizetype FirstOfThreeLevels(const TSample& sample)
+{
+    const bool numberedNames = sample.Mostly(0, IsNumber);
+    TAssignment best{.First = -1};
+    for (qsizetype first = 1; first + Levels <= sample.Width() && first <= Levels; ++first) {
+        const TAssignment assignment = AssignmentAt(sample, first);
+        const bool isBetter =
+            assignment.Addresses > best.Addresses || (numberedNames && assignment.Addresses == best.Addresses);
+        if (assignment.FitsAll && assignment.Addresses > 0 && isBetter)
+            best = assignment;
+    }
+    return best.First;
+}
+
 // Numbers that stand side by side; what stands before them are the names.
 QList<qsizetype> NumberColumns(const TSample& sample)
 {
+    const qsizetype first = FirstOfThreeLevels(sample);
+    if (first >= 0)
+        return {first, first + 1, first + 2};
     QList<qsizetype> columns;
     for (qsizetype column = 1; column < sample.Width() && columns.size() < Levels; ++column) {
         const bool fits = columns.isEmpty()
@@ -149,6 +198,7 @@ TGroupAddressColumns ColumnsOfContent(const QList<TCsvRow>& rows)
     columns.HasHeader = std::none_of(rows.first().Cells.begin(), rows.first().Cells.end(), [](const QString& cell) {
         return std::any_of(cell.begin(), cell.end(), [](QChar c) { return c.isDigit(); });
     });
+    columns.HasUnknownHeader = columns.HasHeader;
     return columns;
 }
 

@@ -9,8 +9,9 @@ struct TGroupAddressColumns
 {
     QList<qsizetype> Names;
     QList<qsizetype> Addresses;
-    qsizetype Type = -1;    // -1: none
-    bool HasHeader = false; // the first row names the columns
+    qsizetype Type = -1;           // -1: none
+    bool HasHeader = false;        // the first row names the columns
+    bool HasUnknownHeader = false; // it is taken for a header only because it holds no number
 
     // The address of a row as one text: "1/2/3", or "1/2/-" where the last column is empty.
     QString AddressOf(const TCsvRow& row) const;

@@ -142,5 +142,10 @@ void ReadGroupAddressCsv(QStringView text, TImportCollector& collector)
         return;
     }
     collector.SetFormat(QStringLiteral("Gruppenadressen (CSV, %1)").arg(SeparatorName(separator)));
+    ReportQuotes(rows, collector);
+    if (columns->HasUnknownHeader) {
+        collector.Report(rows.first().Line, QStringLiteral("Die erste Zeile hat keine Gruppenadresse und gilt als "
+                                                           "Kopfzeile."));
+    }
     TGroupAddressCsvReader(*columns, collector).Read(rows);
 }

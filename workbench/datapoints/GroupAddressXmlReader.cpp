@@ -6,12 +6,15 @@
 
 #include <QXmlStreamReader>
 
+#include <algorithm>
+
 namespace
 {
 
 // Followed by the number of the format's version.
 constexpr QStringView ExportNamespace = u"http://knx.org/xml/ga-export/";
 constexpr QStringView KnownVersion = u"01";
+constexpr QStringView RootName = u"GroupAddress-Export";
 
 // Exports have two levels of ranges; free addresses may have some more.
 constexpr int DeepestRange = 16;
@@ -49,7 +52,7 @@ private:
             ReportError();
             return false;
         }
-        if (m_xml.name() == u"GroupAddress-Export" && m_xml.namespaceUri().startsWith(ExportNamespace)) {
+        if (m_xml.name() == RootName && m_xml.namespaceUri().startsWith(ExportNamespace)) {
             TakeVersion();
             return true;
         }
@@ -165,11 +168,31 @@ private:
     int m_depth = 0;
 };
 
+// Whether the closing tag of that element is the last of a text.
+bool EndsElement(QStringView text, QStringView name)
+{
+    if (name.isEmpty() || !text.endsWith(u'>'))
+        return false;
+    text = text.chopped(1).trimmed();
+    return text.endsWith(name) && text.chopped(name.size()).endsWith(u"</");
+}
+
 } // namespace
 
 bool IsXml(QStringView text)
 {
-    return text.trimmed().startsWith(u'<');
+    text = text.trimmed();
+    if (!text.startsWith(u'<'))
+        return false;
+    for (const QStringView beginning : {QStringView(u"<?xml"), QStringView(u"<!DOCTYPE"), QStringView(u"<!--")}) {
+        if (text.startsWith(beginning, Qt::CaseInsensitive))
+            return true;
+    }
+    const auto endsName = [](QChar c) { return c.isSpace() || c == u'/' || c == u'>'; };
+    const auto* const nameEnd = std::find_if(text.begin() + 1, text.end(), endsName);
+    const QStringView name = text.sliced(1, nameEnd - text.begin() - 1);
+    const QStringView tag = text.first(text.indexOf(u'>') + 1);
+    return name.sliced(name.indexOf(u':') + 1) == RootName || tag.contains(u"xmlns") || EndsElement(text, name);
 }
 
 void ReadGroupAddressXml(QStringView text, TImportCollector& collector)

@@ -4,7 +4,7 @@
 
 class TImportCollector;
 
-// Whether `text` is an XML document of any kind.
+// Whether `text` is an XML document of any kind, rather than text that begins with a name in angle brackets.
 bool IsXml(QStringView text);
 
 // The engineering tool's XML export of group addresses, with ranges within ranges. Nothing else is ever loaded:

@@ -68,6 +68,17 @@ TImportCollector::TImportCollector(TDatapointKind kind, TImportResult& result, c
 
 void TImportCollector::Add(TDatapoint datapoint, qsizetype line)
 {
+    const QString address = OneLine(datapoint.Address);
+    if (address.isEmpty()) {
+        Report(line, QStringLiteral("Die Adresse %1 hat kein lesbares Zeichen.").arg(QuotedPiece(datapoint.Address)));
+        return;
+    }
+    if (!IsOneLine(datapoint.Address.trimmed())) {
+        Report(line, QStringLiteral("Zeilenumbrüche und Steuerzeichen in der Adresse %1 wurden durch Leerzeichen "
+                                    "ersetzt.")
+                         .arg(QuotedPiece(datapoint.Address)));
+    }
+    datapoint.Address = address;
     datapoint.Device = OneShortLine(datapoint.Device);
     datapoint.RegisterKind = OneShortLine(datapoint.RegisterKind);
     const QString key = DatapointKey(m_kind, datapoint);

@@ -13,9 +13,9 @@ constexpr double DecodingShare = 0.2;
 // A piece of a file's text for a message: between quotation marks, on one line, and cut where it is long.
 QString QuotedPiece(QStringView text);
 
-// What the readers of all formats hand their finds to. It keeps the rules that hold for every format: names are one
-// line and of bearable length, the first of a doubled address counts, problems end up in the order of their lines.
-// Lives for one import and fills the result that it is given.
+// What the readers of all formats hand their finds to. It keeps the rules that hold for every format: names and
+// addresses are one line, names of bearable length, the first of a doubled address counts, problems end up in the order
+// of their lines. Lives for one import and fills the result that it is given.
 class TImportCollector
 {
 public:

@@ -1,5 +1,6 @@
 #include "ImportDialog.h"
 
+#include "DatapointDirectory.h"
 #include "ImportPreviewModel.h"
 #include "ProblemSummary.h"
 #include "Vlapputils.h"
@@ -40,7 +41,7 @@ QByteArray ReadImportFile(const QString& path)
     const QFileInfo file(ToPlatformPath(path));
     if (file.exists() && !file.isFile() && !file.isDir())
         throw TFileError(FileErrorText(path, action, QStringLiteral("Das ist keine gewöhnliche Datei")));
-    return ReadFile(path);
+    return ReadDatapointFile(path);
 }
 
 QString ProblemText(const TImportProblem& problem)

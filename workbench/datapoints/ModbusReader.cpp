@@ -102,5 +102,6 @@ void ReadModbusRegisters(QStringView text, TImportCollector& collector)
         return;
     }
     collector.SetFormat(QStringLiteral("Registerliste (%1)").arg(SeparatorName(separator)));
+    ReportQuotes(rows, collector);
     TModbusReader(*columns, collector).Read(rows);
 }

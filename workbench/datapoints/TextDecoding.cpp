@@ -11,6 +11,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace
 {
@@ -65,13 +66,21 @@ const TEncoding* FindEncoding(QStringView name)
     return found != Encodings().end() ? &*found : nullptr;
 }
 
+// Null where ICU lacks the encoding.
+TConverter OpenConverter(const char* name)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    TConverter converter(ucnv_open(name, &error));
+    return U_SUCCESS(error) ? std::move(converter) : nullptr;
+}
+
 // For encodings of one byte a character.
 QString FromIcu(const QByteArray& content, const char* name)
 {
     UErrorCode error = U_ZERO_ERROR;
-    const TConverter converter(ucnv_open(name, &error));
-    if (U_FAILURE(error))
-        return FromCodePage(content);
+    const TConverter converter = OpenConverter(name);
+    if (!converter)
+        return QString(content.size(), QChar::ReplacementCharacter);
     QString text(content.size(), Qt::Uninitialized);
     auto* const begin = reinterpret_cast<UChar*>(text.data());
     UChar* target = begin;
@@ -79,6 +88,15 @@ QString FromIcu(const QByteArray& content, const char* name)
     ucnv_toUnicode(converter.get(), &target, begin + text.size(), &source, source + content.size(), nullptr, true,
                    &error);
     text.truncate(target - begin);
+    return text;
+}
+
+// Five bytes are no character of the code page; the host keeps them as control characters.
+QString FromWindows(const QByteArray& content)
+{
+    QString text = FromCodePage(content);
+    const auto isControl = [](QChar c) { return c >= QChar(0x80) && c <= QChar(0x9F); };
+    std::replace_if(text.begin(), text.end(), isControl, QChar(QChar::ReplacementCharacter));
     return text;
 }
 
@@ -90,7 +108,7 @@ QString DecodePart(const QByteArray& part, const TEncoding& encoding)
                                QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
         return decoder(part);
     }
-    return encoding.IcuName ? FromIcu(part, encoding.IcuName) : FromCodePage(part);
+    return encoding.IcuName ? FromIcu(part, encoding.IcuName) : FromWindows(part);
 }
 
 // Whether a character of the encoding may begin at that byte. A wrong yes would tear one apart.
@@ -155,10 +173,16 @@ struct TUtf8Count
     qsizetype FirstFault = 0;
 };
 
-TUtf8Count CountUtf8(const QByteArray& content)
+// Of the whole content, unless `progress` stops it.
+TUtf8Count CountUtf8(const QByteArray& content, const TProgress& progress)
 {
+    constexpr qsizetype partSize = 1 << 20;
     TUtf8Count count;
+    qsizetype part = 0; // where the next one begins
     for (qsizetype at = 0; at < content.size();) {
+        if (at >= part && !progress(static_cast<double>(at) / static_cast<double>(content.size())))
+            break;
+        part = at >= part ? at + partSize : part;
         const qsizetype length = Utf8Length(content, at);
         if (length == 0 && count.Faults++ == 0)
             count.FirstFault = at;
@@ -247,10 +271,12 @@ const TEncoding* FoundEncoding(const QByteArray& content, const TProgress& progr
         if (const TEncoding* encoding = find(content))
             return encoding;
     }
-    const TUtf8Count count = CountUtf8(content);
+    constexpr double countingShare = 0.25;
+    const TUtf8Count count = CountUtf8(content, [&](double done) { return progress(countingShare * done); });
     if (IsMostlyUtf8(count))
         return &Utf8;
-    const TEncoding* encoding = EncodingOfLetters(content, progress);
+    const TEncoding* encoding =
+        EncodingOfLetters(content, [&](double done) { return progress(countingShare + (1 - countingShare) * done); });
     const bool declared = FindEncoding(DeclaredName(content)) == FindEncoding(Utf8.Name);
     if (declared || count.Long > 0) {
         decoded.DoubtAt = declared ? count.FirstFault : count.FirstLong;
@@ -263,6 +289,17 @@ const TEncoding* FoundEncoding(const QByteArray& content, const TProgress& progr
                                 .arg(encoding->Name);
     }
     return encoding;
+}
+
+const TEncoding& AvailableEncoding(const TEncoding& encoding, TDecodedText& decoded)
+{
+    if (!encoding.IcuName || OpenConverter(encoding.IcuName))
+        return encoding;
+    decoded.DoubtAt = 0;
+    decoded.Doubt = QStringLiteral("Den Zeichensatz %1 kennt dieser Rechner nicht. Die Datei wird als %2 gelesen; "
+                                   "bitte prüfen Sie die Umlaute.")
+                        .arg(encoding.Name, CodePage.Name);
+    return CodePage;
 }
 
 // Some programs write the mark as an escape sequence, letter by letter.
@@ -289,7 +326,8 @@ TDecodedText DecodeText(const QByteArray& content, const QString& encoding, cons
     const TProgress finding = [&](double done) { return ask(findingShare * done); };
     const TProgress decoding = [&](double done) { return ask(findingShare + (1 - findingShare) * done); };
     const TEncoding* chosen = FindEncoding(encoding);
-    const TEncoding& used = chosen ? *chosen : *FoundEncoding(content, finding, decoded);
+    const TEncoding& wanted = chosen ? *chosen : *FoundEncoding(content, finding, decoded);
+    const TEncoding& used = AvailableEncoding(wanted, decoded);
     decoded.Encoding = used.Name.toString();
     decoded.Text.reserve(content.size());
     DecodeInParts(content, used, decoding, [&](const QString& part) { decoded.Text += part; });

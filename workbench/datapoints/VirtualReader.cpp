@@ -4,6 +4,7 @@
 #include "EisTypes.h"
 #include "EsfReader.h"
 #include "GroupAddressColumns.h"
+#include "GroupAddressXmlReader.h"
 #include "ImportCollector.h"
 #include "ModbusColumns.h"
 #include "TextLines.h"
@@ -68,7 +69,7 @@ template <class TRule> bool Mostly(const QList<TCsvRow>& rows, const TRule& rule
 // What another format the text is of; empty when it may be a list. Any text could be taken for one, line by line.
 QString OtherFormat(QStringView text)
 {
-    if (text.contains(u'\0') || text.trimmed().startsWith(u'<'))
+    if (text.contains(u'\0') || IsXml(text))
         return QStringLiteral("Die Datei ist keine Liste von Variablen mit einer in jeder Zeile.");
     if (IsEsf(text))
         return QStringLiteral("Die Datei ist ein OPC-Export von Gruppenadressen, keine Liste von Variablen.");

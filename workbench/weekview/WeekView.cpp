@@ -204,7 +204,7 @@ void TWeekView::ShowSchedule()
     const QString title = m_schedule->WeekTitle();
     m_title->setText(title);
     m_title->setToolTip(title.toHtmlEscaped());
-    if (title.isEmpty()) {
+    if (!m_schedule->HasWeek()) {
         m_canvas->ShowHint(NothingSelectedText());
         return;
     }
@@ -214,7 +214,7 @@ void TWeekView::ShowSchedule()
 
 bool TWeekView::HasWeek() const
 {
-    return !m_title->text().isEmpty();
+    return m_source && m_schedule && m_schedule->HasWeek();
 }
 
 // The schedule tells of it later; the next key needs it now.

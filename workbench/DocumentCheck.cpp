@@ -1,0 +1,89 @@
+#include "DocumentCheck.h"
+
+#include "MessagePane.h"
+#include "Pane.h"
+#include "Panes.h"
+#include "Vlapputils.h"
+#include "Vlcodepage.h"
+#include "Vlmessages.h"
+#include "WindowMessages.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <libxml/parser.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+constexpr qsizetype LongestText = 120;
+
+struct TContextDeleter
+{
+    void operator()(xmlParserCtxtPtr context) const
+    {
+        xmlFreeDoc(context->myDoc);
+        xmlFreeParserCtxt(context);
+    }
+};
+
+// The part of a line around a column, both from 1.
+QString TextAt(const QByteArray& content, int line, int column)
+{
+    const QByteArray bytes = content.split('\n').value(line - 1).trimmed();
+    const QString text = FromCodePage(bytes);
+    const qsizetype begin = std::max<qsizetype>(0, column - LongestText / 2);
+    return text.size() <= LongestText ? text : text.mid(std::min(begin, text.size() - LongestText), LongestText);
+}
+
+} // namespace
+
+std::optional<TDocumentFault> FindFault(const QString& path)
+{
+    QFile file(ToPlatformPath(path));
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray content = file.readAll();
+    const std::unique_ptr<xmlParserCtxt, TContextDeleter> context(xmlNewParserCtxt());
+    xmlCtxtReadMemory(context.get(), content.constData(), static_cast<int>(content.size()), nullptr, nullptr,
+                      XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    if (context->wellFormed)
+        return std::nullopt;
+    const xmlError& error = context->lastError;
+    return TDocumentFault{.Line = error.line,
+                          .Reason = QString::fromUtf8(error.message).simplified(),
+                          .Text = TextAt(content, error.line, error.int2)};
+}
+
+TDocumentCheck::TDocumentCheck(TMessagePane& messages, const TPanes& panes)
+    : m_messages(messages),
+      m_panes(panes),
+      m_previous(SetDocumentListener([this](const QObject* source, const QString& path) { Check(source, path); }))
+{
+}
+
+TDocumentCheck::~TDocumentCheck()
+{
+    SetDocumentListener(m_previous);
+}
+
+void TDocumentCheck::Check(const QObject* source, const QString& path) const
+{
+    const std::optional<TDocumentFault> fault = FindFault(path);
+    if (!fault)
+        return;
+    const QString text = QStringLiteral("\"%1\", Zeile %2: Die Datei ist so nicht lesbar (%3): %4")
+                             .arg(QFileInfo(ToPlatformPath(path)).fileName())
+                             .arg(fault->Line)
+                             .arg(fault->Reason, fault->Text);
+    // Where nobody can follow a line, it is a note like any other.
+    if (!IsInteractive()) {
+        Note(source, text);
+        return;
+    }
+    const TPane* pane = m_panes.PaneOf(source);
+    m_messages.AddFault(NoteLine(m_panes, source, text), pane ? pane->Id() : QString());
+}
