@@ -1,6 +1,7 @@
 #include "IMenuTree.h"
 
 #include "CaptionFile.h"
+#include "dlgLogo.h"
 #include "TreeImages.h"
 #include "Vlapputils.h"
 #include "Vlerrors.h"
@@ -85,8 +86,12 @@ void TMenuTreeFrame::BeginCommand(const QString&)
 void TMenuTreeFrame::ApplyCommandItem(const QString& key, const QString& value)
 {
     if (SameText(key, u"file")) {
+        const QString before = ExtractFileDir(m_menuPath);
         m_fileTemplate = value;
         m_menuPath = DecodePath(value);
+        // The links of another directory are not those of this menu.
+        if (ExtractFileDir(m_menuPath) != before)
+            m_linksPath.clear();
         LoadData(m_menuPath);
         SetProjectListener(m_fileTemplate);
     } else if (SameText(key, u"style")) {
@@ -134,10 +139,24 @@ void TMenuTreeFrame::ForgetProjectPaths()
     m_outputPath.clear();
     ResolveStyle();
     ResolveOutput();
+    // Also when it was named without a variable, the page of this menu never goes into the other project.
+    if (!m_projectRoot.isEmpty() && ToPlatformPath(m_outputPath).startsWith(m_projectRoot + u'/'))
+        m_outputPath.clear();
+}
+
+// One that was asked for in the other project is answered there or not at all.
+void TMenuTreeFrame::CloseLogoDialogs()
+{
+    const QList<TLogoDialog*> dialogs = findChildren<TLogoDialog*>();
+    for (TLogoDialog* dialog : dialogs) {
+        dialog->SetCloseEvent({});
+        dialog->close();
+    }
 }
 
 void TMenuTreeFrame::ReloadForProject()
 {
+    CloseLogoDialogs();
     ForgetProjectPaths();
     EnsureRoots();
     RemoveStrays();

@@ -116,6 +116,7 @@ private:
     void EnsureRoots();
     void RemoveStrays();
     void ForgetProjectPaths();
+    void CloseLogoDialogs();
     void ResolveStyle();
     void ResolveOutput();
     QStringList ReadableRoots() const;
@@ -167,6 +168,7 @@ private:
     QString m_menuPath;
     QString m_linksPath;
     QString m_outputPath;
+    QString m_projectRoot; // of the project that is shown, platform form; empty without one
     TMenuHeader m_header;
     QString m_alarmLink;
     QString m_configLink;

@@ -200,8 +200,11 @@ void TMenuTreeFrame::HandleMoveNotify(TDirection direction)
     else if (direction == dirDown)
         neighbour = m_currentNode->Next();
     auto* node = static_cast<TMenuNode*>(neighbour);
-    if (!node || !node->Item())
+    if (!node || !node->Item()) {
+        // The dialog forgets now that something waits in it.
+        ApplyPending();
         return;
+    }
     ShowInDialog(node);
     SelectNode(node);
 }

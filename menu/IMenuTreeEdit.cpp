@@ -110,7 +110,7 @@ void TMenuTreeFrame::MenuAction_PasteBeforeExecute()
     TTreeNode* selected = SelectedNode();
     // A link stays a link and an item an item, and neither goes where no export would find it.
     const auto bothWithin = [&](const TMenuNode* root) { return cut->IsWithin(root) && selected->IsWithin(root); };
-    if (cut && selected && !IsFixed(selected) && (bothWithin(MenuRoot()) || bothWithin(LinkRoot())))
+    if (CanPaste() && !IsFixed(selected) && (bothWithin(MenuRoot()) || bothWithin(LinkRoot())))
         MoveBranch(cut, selected, naInsert);
     // Deliberate: the mark stays on the node.
     Clipboard().ForgetCutOnly();

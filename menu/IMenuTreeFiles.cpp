@@ -60,6 +60,8 @@ void TMenuTreeFrame::LoadData(const QString& path)
         LoadMenu(path);
         LoadLinks(JoinFilePath(ExtractFileDir(path), {LinksFile}));
     }
+    const TProject* project = UserManager() ? UserManager()->GetActiveProject() : nullptr;
+    m_projectRoot = project ? project->GetRootDirectory() : QString();
     SetModified(false);
     ApplyMenuRules();
     Note(this, QStringLiteral("%1 geladen").arg(CountsText(MenuRoot(), LinkRoot())));

@@ -4,6 +4,7 @@
 #include "Vlerrors.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -126,6 +127,29 @@ TEST_F(MenuProjects, ResolveAnExplicitStylesheetAndOutputAnew)
     Export();
     EXPECT_EQ(m_other.Read(QStringLiteral("index.html")), "nebenan:Nebenan;");
     EXPECT_FALSE(m_project.Exists(QStringLiteral("index.html")));
+}
+
+TEST_F(MenuProjects, DropAnOutputThatWasNamedInsideTheOther)
+{
+    bool handled = false;
+    const QByteArray command = "x://?out=" + m_project.Path(QStringLiteral("_menu/seite.html")).toUtf8();
+    m_frame->ExecuteCmd(command.constData(), handled);
+    ASSERT_TRUE(m_frame->GetOutputPath().endsWith(QStringLiteral("seite.html")));
+    WriteOtherMenu();
+    OpenOther();
+    EXPECT_EQ(m_frame->GetOutputPath(), QString());
+}
+
+TEST_F(MenuProjects, CloseALogoDialogOfTheOther)
+{
+    m_frame->MenuAction_LogoClick();
+    auto* dialog = m_frame->findChild<QDialog*>(QStringLiteral("TLogoDialog"));
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QLineEdit*>()->setText(QStringLiteral("/alt.png"));
+    WriteOtherMenu();
+    OpenOther();
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(m_frame->GetLogo(), QStringLiteral("/anders.png"));
 }
 
 TEST_F(MenuProjects, DropAnExplicitStylesheetThatDoesNotExistThere)
