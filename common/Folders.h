@@ -21,8 +21,8 @@ inline constexpr TGuid IID_ICmdTarget{0x6DAD84E1, 0xE88F, 0x11D4, {0xB4, 0x6B, 0
 // How the host drives a component. The components are controls that the host's form owns; the reference counting of the
 // base does not govern their lifetime. Exceptions reach the host. From a control: qobject_cast<ICmdTarget*>(control).
 // What else the host may do with a component: list and trigger the control's actions() (object name = name of the
-// operation), call its invokables UpdateActions (before it does) and CommitEdits (before it asks about changes), if
-// there are any, and watch its windowModified property.
+// operation), call its invokables, if there are any (UpdateActions before it does that, CommitEdits before it asks
+// about changes, ExportedPage for the path of a page that it renders), and watch its windowModified property.
 class ICmdTarget : public IInterface
 {
 public:

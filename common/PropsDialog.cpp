@@ -31,6 +31,7 @@ QToolButton* TPropsDialog::MakeMoveButton(const char* name, Qt::ArrowType arrow,
     auto* button = new QToolButton(this);
     button->setObjectName(QString::fromLatin1(name));
     button->setArrowType(arrow);
+    button->setAutoRaise(true);
     button->setToolTip(hint);
     button->setAccessibleName(hint);
     button->setFocusPolicy(Qt::NoFocus);

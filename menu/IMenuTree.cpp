@@ -7,12 +7,28 @@
 #include "Vlerrors.h"
 #include "Vltext.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace
 {
 
 const auto ClassName = QStringLiteral("TMenuTreeFrame");
 const auto DefaultFile = QStringLiteral("%PRJPATH%\\_menu\\menu.xml");
 constexpr int DefaultLevels = 2;
+
+// True below the directory of a project that is not the active one.
+bool IsOfAnotherProject(const QString& path)
+{
+    const TProject* active = UserManager() ? UserManager()->GetActiveProject() : nullptr;
+    const QString root = active ? QFileInfo(active->GetRootDirectory()).canonicalFilePath() : QString();
+    QDir directory(QFileInfo(ToPlatformPath(ExtractFileDir(path))).canonicalFilePath());
+    do {
+        if (directory.exists(TProject::ProjectFileName()))
+            return directory.path() != root;
+    } while (directory.cdUp());
+    return false;
+}
 
 // The nodes of a caption file: a line at level 1 makes a root, the menu first.
 TMenuNodes ReadCaptions(const QString& path)
@@ -75,7 +91,7 @@ int TMenuTreeFrame::InitializeMenu(const QString& path)
 
 void TMenuTreeFrame::BeginCommand(const QString&)
 {
-    m_menuPath = ExpandPath(m_fileTemplate);
+    SetMenuPath(ExpandPath(m_fileTemplate));
     m_styleTemplate.clear();
     m_outputTemplate.clear();
     m_header.StylePath.clear();
@@ -86,14 +102,9 @@ void TMenuTreeFrame::BeginCommand(const QString&)
 void TMenuTreeFrame::ApplyCommandItem(const QString& key, const QString& value)
 {
     if (SameText(key, u"file")) {
-        const QString before = ExtractFileDir(m_menuPath);
         m_fileTemplate = value;
-        m_menuPath = DecodePath(value);
-        // The links of another directory are not those of this menu.
-        if (ExtractFileDir(m_menuPath) != before)
-            m_linksPath.clear();
+        SetMenuPath(DecodePath(value));
         LoadData(m_menuPath);
-        SetProjectListener(m_fileTemplate);
     } else if (SameText(key, u"style")) {
         m_styleTemplate = value;
         ResolveStyle();
@@ -113,6 +124,8 @@ void TMenuTreeFrame::ApplyCommandItem(const QString& key, const QString& value)
 
 void TMenuTreeFrame::FinishCommand()
 {
+    // Also where the command names no file: the default one is the project's.
+    SetProjectListener(m_fileTemplate);
     ApplyMenuRules();
 }
 
@@ -126,8 +139,17 @@ void TMenuTreeFrame::ResolveStyle()
 void TMenuTreeFrame::ResolveOutput()
 {
     const QString path = DecodePath(m_outputTemplate);
-    if (FileExists(path) || (!path.isEmpty() && DirectoryExists(ExtractFileDir(path))))
+    const bool canBeMade = FileExists(path) || (!path.isEmpty() && DirectoryExists(ExtractFileDir(path)));
+    if (canBeMade && !IsOfAnotherProject(path))
         m_outputPath = path;
+}
+
+void TMenuTreeFrame::SetMenuPath(const QString& path)
+{
+    // The links of another directory are not those of this menu.
+    if (ExtractFileDir(path) != ExtractFileDir(m_menuPath))
+        m_linksPath.clear();
+    m_menuPath = path;
 }
 
 // Whatever named a file of the project before does not name one of this project.
@@ -139,9 +161,6 @@ void TMenuTreeFrame::ForgetProjectPaths()
     m_outputPath.clear();
     ResolveStyle();
     ResolveOutput();
-    // Also when it was named without a variable, the page of this menu never goes into the other project.
-    if (!m_projectRoot.isEmpty() && ToPlatformPath(m_outputPath).startsWith(m_projectRoot + u'/'))
-        m_outputPath.clear();
 }
 
 // One that was asked for in the other project is answered there or not at all.
@@ -162,7 +181,7 @@ void TMenuTreeFrame::ReloadForProject()
     RemoveStrays();
     ReplaceChildren(LinkRoot(), {});
     ReplaceChildren(MenuRoot(), {});
-    m_menuPath = DecodePath(m_fileTemplate);
+    SetMenuPath(DecodePath(m_fileTemplate));
     LoadData(m_menuPath);
 }
 

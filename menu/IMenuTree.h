@@ -58,6 +58,8 @@ public:
     TMenuNode* MenuRoot() const { return m_menuRoot.Get(); }
     TMenuNode* LinkRoot() const { return m_linkRoot.Get(); }
     bool IsLink(const TTreeNode* node) const { return node->Parent() && node->Parent() == LinkRoot(); }
+    // The page that an export writes, for the host; it calls this by name.
+    Q_INVOKABLE QString ExportedPage() const;
     bool IsMenuDialogShown() const;
     bool IsLinkDialogShown() const;
 
@@ -114,6 +116,7 @@ private:
 
     // Files
     void EnsureRoots();
+    void SetMenuPath(const QString& path);
     void RemoveStrays();
     void ForgetProjectPaths();
     void CloseLogoDialogs();
@@ -168,7 +171,6 @@ private:
     QString m_menuPath;
     QString m_linksPath;
     QString m_outputPath;
-    QString m_projectRoot; // of the project that is shown, platform form; empty without one
     TMenuHeader m_header;
     QString m_alarmLink;
     QString m_configLink;

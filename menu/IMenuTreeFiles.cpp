@@ -7,6 +7,7 @@
 #include "Vlhourglass.h"
 #include "Vlmessages.h"
 
+#include <QFileInfo>
 #include <QScopedValueRollback>
 
 namespace
@@ -16,7 +17,7 @@ const auto LinksFile = QStringLiteral("dplinks.xml");
 
 bool IsSameFile(const QString& a, const QString& b)
 {
-    return ToPackagePath(a) == ToPackagePath(b);
+    return ToPackagePath(a) == ToPackagePath(b) || QFileInfo(ToPlatformPath(a)) == QFileInfo(ToPlatformPath(b));
 }
 
 QString CountsText(const TMenuNode* menu, const TMenuNode* links)
@@ -60,8 +61,6 @@ void TMenuTreeFrame::LoadData(const QString& path)
         LoadMenu(path);
         LoadLinks(JoinFilePath(ExtractFileDir(path), {LinksFile}));
     }
-    const TProject* project = UserManager() ? UserManager()->GetActiveProject() : nullptr;
-    m_projectRoot = project ? project->GetRootDirectory() : QString();
     SetModified(false);
     ApplyMenuRules();
     Note(this, QStringLiteral("%1 geladen").arg(CountsText(MenuRoot(), LinkRoot())));
@@ -116,6 +115,9 @@ void TMenuTreeFrame::SaveToStream(QIODevice& stream) const
 // The menu goes to MenuPath, whatever the caller names.
 void TMenuTreeFrame::SaveMenu(const QString&)
 {
+    // Where nothing was loaded yet, the menu belongs to the project that is open now.
+    if (!MenuRoot())
+        SetMenuPath(ExpandPath(m_fileTemplate));
     // A path that still asks for a project would make a directory of that name wherever the program was started.
     if (TUserManager::DependsOnProject(m_menuPath))
         throw TUserError(QStringLiteral("Ohne geöffnetes Projekt kann das Menu nicht exportiert werden."));
@@ -131,6 +133,12 @@ void TMenuTreeFrame::SaveLinks(const QString& path)
     if (m_linksPath.isEmpty())
         m_linksPath = JoinFilePath(ExtractFileDir(m_menuPath), {LinksFile});
     m_files.Write(path.isEmpty() ? m_linksPath : path, [this](QIODevice& device) { WriteLinks(device, LinkRoot()); });
+}
+
+QString TMenuTreeFrame::ExportedPage() const
+{
+    const bool isDefault = m_outputPath.isEmpty() || IsSameFile(m_outputPath, m_menuPath);
+    return ToPlatformPath(isDefault ? ChangeFileExt(m_menuPath, QStringLiteral(".html")) : m_outputPath);
 }
 
 QStringList TMenuTreeFrame::ReadableRoots() const

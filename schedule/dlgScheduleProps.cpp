@@ -60,10 +60,8 @@ QWidget* TSchedulePropsDialog::MakeTop()
     auto* layout = new QHBoxLayout(top);
     layout->setContentsMargins({});
     layout->addWidget(m_title, 1);
-    for (QToolButton* button : {UpButton(), DownButton()}) {
-        button->setAutoRaise(true);
-        layout->addWidget(button);
-    }
+    layout->addWidget(UpButton());
+    layout->addWidget(DownButton());
     return top;
 }
 

@@ -21,12 +21,33 @@ namespace
 
 constexpr qsizetype LongestText = 120;
 
-struct TContextDeleter
+struct TDocumentDeleter
 {
-    void operator()(xmlParserCtxtPtr context) const
+    void operator()(xmlDocPtr document) const { xmlFreeDoc(document); }
+};
+
+// Keeps the first complaint of the parser while it lives: after a broken tag it goes on and ends with another one.
+class TFirstError
+{
+public:
+    TFirstError() { xmlSetStructuredErrorFunc(this, &TFirstError::Take); }
+    ~TFirstError() { xmlSetStructuredErrorFunc(nullptr, nullptr); }
+    TFirstError(const TFirstError&) = delete;
+    TFirstError& operator=(const TFirstError&) = delete;
+
+    int Line = 0;
+    int Column = 0;
+    QString Reason;
+
+private:
+    static void Take(void* data, xmlErrorPtr error)
     {
-        xmlFreeDoc(context->myDoc);
-        xmlFreeParserCtxt(context);
+        auto* first = static_cast<TFirstError*>(data);
+        if (first->Line > 0 || error->level < XML_ERR_ERROR)
+            return;
+        first->Line = error->line;
+        first->Column = error->int2;
+        first->Reason = QString::fromUtf8(error->message).simplified();
     }
 };
 
@@ -47,15 +68,14 @@ std::optional<TDocumentFault> FindFault(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray content = file.readAll();
-    const std::unique_ptr<xmlParserCtxt, TContextDeleter> context(xmlNewParserCtxt());
-    xmlCtxtReadMemory(context.get(), content.constData(), static_cast<int>(content.size()), nullptr, nullptr,
-                      XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-    if (context->wellFormed)
+    const TFirstError first;
+    const std::unique_ptr<xmlDoc, TDocumentDeleter> document(
+        xmlReadMemory(content.constData(), static_cast<int>(content.size()), nullptr, nullptr,
+                      XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    if (document)
         return std::nullopt;
-    const xmlError& error = context->lastError;
-    return TDocumentFault{.Line = error.line,
-                          .Reason = QString::fromUtf8(error.message).simplified(),
-                          .Text = TextAt(content, error.line, error.int2)};
+    return TDocumentFault{
+        .Line = first.Line, .Reason = first.Reason, .Text = TextAt(content, first.Line, first.Column)};
 }
 
 TDocumentCheck::TDocumentCheck(TMessagePane& messages, const TPanes& panes)

@@ -50,7 +50,7 @@ void TMainWindow::BuildProjectMenu()
     m_closeAction = AddCommand(*menu, QStringLiteral("ProjectClose"), QStringLiteral("&Schließen"),
                                QKeySequence(Qt::CTRL | Qt::Key_W), &TMainWindow::CloseProjectByMenu);
     menu->addSeparator();
-    m_browserAction = AddCommand(*menu, QStringLiteral("OpenInBrowser"), QStringLiteral("Menu im &Browser öffnen"),
+    m_browserAction = AddCommand(*menu, QStringLiteral("OpenInBrowser"), QStringLiteral("Im &Browser öffnen"),
                                  QKeySequence(Qt::CTRL | Qt::Key_B), &TMainWindow::OpenMenuInBrowser);
     menu->addSeparator();
     AddCommand(*menu, QStringLiteral("Quit"), QStringLiteral("B&eenden"), QKeySequence(Qt::CTRL | Qt::Key_Q),
@@ -117,7 +117,13 @@ void TMainWindow::OpenMenuInBrowser()
     const TProject* project = UserManager()->GetActiveProject();
     if (!project)
         throw TUserError(QStringLiteral("Es ist kein Projekt geöffnet."));
-    const QString page = QDir(project->GetRootDirectory()).filePath(QStringLiteral("_menu/menu.html"));
+    QString page = QDir(project->GetRootDirectory()).filePath(QStringLiteral("_menu/menu.html"));
+    // The editor knows better, when there is one.
+    for (const TPane* pane : m_panes.All()) {
+        QWidget* component = pane->Component();
+        if (component && component->metaObject()->indexOfMethod("ExportedPage()") >= 0)
+            QMetaObject::invokeMethod(component, "ExportedPage", Qt::DirectConnection, Q_RETURN_ARG(QString, page));
+    }
     if (!QFileInfo::exists(page))
         throw TUserError(QStringLiteral("\"%1\" gibt es noch nicht. Exportieren Sie zuerst das Menu.").arg(page));
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(page)))

@@ -75,8 +75,9 @@ bool TMessagePane::eventFilter(QObject* watched, QEvent* event)
         const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
         return Activate(m_text->cursorForPosition(place)) || QDockWidget::eventFilter(watched, event);
     }
-    const bool isEnter = event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Return;
-    return (isEnter && Activate(m_text->textCursor())) || QDockWidget::eventFilter(watched, event);
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    return ((key == Qt::Key_Return || key == Qt::Key_Enter) && Activate(m_text->textCursor())) ||
+           QDockWidget::eventFilter(watched, event);
 }
 
 QString TMessagePane::Text() const

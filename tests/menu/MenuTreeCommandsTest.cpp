@@ -106,11 +106,13 @@ TEST_F(MenuCommands, FollowTheProjectFromTheFirstOneWithAVariable)
     EXPECT_EQ(Outline(), Whole);
 }
 
-TEST_F(MenuCommands, FollowNoProjectWithoutAFile)
+// An export without this would go on into the project that was open first.
+TEST_F(MenuCommands, FollowTheProjectAlsoWithoutAFile)
 {
     Command("x://?level=3&alarm=$(project)");
-    OpenAgain();
     EXPECT_EQ(m_frame->TopNode(), nullptr);
+    OpenAgain();
+    EXPECT_EQ(Outline(), Whole);
 }
 
 TEST_F(MenuCommands, LoadOnceForAProjectChangeHoweverOftenTheyAreGiven)

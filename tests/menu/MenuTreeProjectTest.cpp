@@ -140,6 +140,15 @@ TEST_F(MenuProjects, DropAnOutputThatWasNamedInsideTheOther)
     EXPECT_EQ(m_frame->GetOutputPath(), QString());
 }
 
+TEST_F(MenuProjects, NeverTakeAnOutputInsideAnother)
+{
+    bool handled = false;
+    const QByteArray command = "x://?out=" + m_other.Path(QStringLiteral("_menu/seite.html")).toUtf8();
+    m_frame->ExecuteCmd(command.constData(), handled);
+    EXPECT_EQ(m_frame->GetOutputPath(), QString());
+    EXPECT_TRUE(m_frame->ExportedPage().endsWith(QStringLiteral("_menu/menu.html")));
+}
+
 TEST_F(MenuProjects, CloseALogoDialogOfTheOther)
 {
     m_frame->MenuAction_LogoClick();

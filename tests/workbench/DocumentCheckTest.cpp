@@ -43,6 +43,16 @@ TEST_F(DocumentCheck, NamesLineReasonAndText)
     EXPECT_EQ(fault->Text, QStringLiteral("<menuitem caption=\"Küche \"Nord\"\" />"));
 }
 
+TEST_F(DocumentCheck, NamesTheFirstFaultOfSeveral)
+{
+    const auto fault =
+        FindFault(Document("<menu>\r\n<menuitem caption=\"a \"b\" c\" >\r\n<menuitem caption=\"d\" />\r\n"
+                           "</menuitem>\r\n<menuitem caption=\"e\" >\r\n</menuitem>\r\n</menu>\r\n"));
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->Line, 2);
+    EXPECT_EQ(fault->Text, QStringLiteral("<menuitem caption=\"a \"b\" c\" >"));
+}
+
 TEST_F(DocumentCheck, CutsALongLineAroundTheFault)
 {
     const auto fault =
