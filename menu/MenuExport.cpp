@@ -7,6 +7,7 @@
 #include "XmlMessages.h"
 
 #include <QFile>
+#include <QScopeGuard>
 
 #include <libxml/parser.h>
 #include <libxslt/imports.h>
@@ -154,9 +155,9 @@ TTransformationOutcome TransformMenu(const TMenuTransformation& transformation)
 {
     const TXmlMessages messages;
     const TFileAccessPolicy policy(transformation.ReadableRoots, {transformation.StylePath, transformation.MenuPath});
+    const auto cleanUp = qScopeGuard([] { xsltCleanupGlobals(); });
     TTransformationOutcome outcome;
     outcome.Saved = Transform(transformation);
-    xsltCleanupGlobals();
     outcome.Reason = messages.First();
     return outcome;
 }
