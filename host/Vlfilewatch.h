@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <memory>
 
 class QSocketNotifier;
@@ -12,8 +13,8 @@ class QTimer;
 class TChangeTracker;
 
 // Tells every change of files and folders below one root folder, in an order that a copy of the tree can follow: who
-// applies the changes one by one to a copy of the tree as it was when the root was set, and fetches the content of every
-// created or updated item from where that item is in the end, has the same tree.
+// applies the changes one by one to a copy of the tree as it was when the root was set, and fetches the content of
+// every created or updated item from where that item is in the end, has the same tree.
 //
 // An item that is written is told once it is closed or rests for a moment, under the name that it has by then: a file
 // saved through a temporary name is one update. Symbolic links are items and are never followed; FIFOs, sockets and
@@ -60,17 +61,16 @@ private:
     void HandleReadable();
     void HandleSettle();
     void HandleHousekeeping();
-    void Deliver();
-    void Schedule();
-    void BindDescriptor();
+    void Continue();
+    void Deliver(std::chrono::milliseconds budget);
 
     std::unique_ptr<TChangeTracker> m_tracker;
     std::unique_ptr<QSocketNotifier> m_notifier;
     QTimer* m_settleTimer;
-    QTimer* m_scanTimer;
+    QTimer* m_housekeepingTimer;
     QByteArray m_ignoredFile;
     int m_maxWatches = 0;
     int m_scanInterval = 2000;
-    bool m_scanOnly = false;
-    bool m_limitTold = false;
+    bool m_isScanOnly = false;
+    bool m_isLimitTold = false;
 };

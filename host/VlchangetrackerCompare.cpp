@@ -1,0 +1,276 @@
+#include "Vlchangetracker.h"
+
+#include <array>
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+namespace
+{
+
+constexpr uint32_t FolderMask =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY | IN_CLOSE_WRITE | IN_EXCL_UNLINK;
+constexpr uint32_t RootMask = FolderMask | IN_DELETE_SELF | IN_MOVE_SELF;
+
+constexpr std::string_view NetworkReason =
+    "Der Ordner liegt auf einem Netzlaufwerk. Seine Dateien werden regelmäßig verglichen statt überwacht.";
+constexpr std::string_view WatchesReason = "Das System lässt nicht alle Ordner überwachen. "
+                                           "Die Dateien werden zusätzlich regelmäßig verglichen.";
+
+// File systems that others write to without this machine being told, as statfs names them.
+constexpr std::array<uint32_t, 9> NetworkFileSystems = {
+    0x6969,     // NFS
+    0x517B,     // SMB
+    0xFF534D42, // CIFS
+    0xFE534D42, // SMB 2
+    0x65735546, // FUSE
+    0x01021997, // 9P
+    0x00C36400, // Ceph
+    0x5346414F, // AFS
+    0x73757245, // Coda
+};
+
+bool IsOnNetwork(const std::string& path)
+{
+    struct statfs status
+    {};
+    if (statfs(path.c_str(), &status) != 0)
+        return false;
+    const auto type = static_cast<uint32_t>(status.f_type);
+    return std::find(NetworkFileSystems.begin(), NetworkFileSystems.end(), type) != NetworkFileSystems.end();
+}
+
+struct TCloseDirectory
+{
+    void operator()(DIR* directory) const { closedir(directory); }
+};
+
+} // namespace
+
+TChangeTracker::TChangeTracker(const TSettings& settings)
+    : m_inotify(settings.MaxWatches), m_isScanOnly(settings.IsScanOnly)
+{
+    const size_t slash = settings.IgnoredFile.rfind('/');
+    if (slash != std::string::npos) {
+        m_ignoredFolder = settings.IgnoredFile.substr(0, std::max<size_t>(slash, 1));
+        m_ignoredName = settings.IgnoredFile.substr(slash + 1);
+    }
+    m_root.Name = settings.Root;
+    m_root.Kind = TFileKind::Folder;
+    m_root.Folder = std::make_unique<TFolderState>();
+    if (!m_isScanOnly && IsOnNetwork(m_root.Name)) {
+        m_isScanOnly = true;
+        m_limitReason = NetworkReason;
+    }
+    m_isBaseline = true;
+    Compare(m_root, true);
+    m_isBaseline = false;
+    m_outstandingSince = TClock::now();
+}
+
+void TChangeTracker::Compare(TFileNode& folder, bool isDeep)
+{
+    std::vector<TFileNode*> more{&folder};
+    while (!more.empty()) {
+        TFileNode* next = more.back();
+        more.pop_back();
+        CompareOne(*next, isDeep, more);
+    }
+}
+
+// The watch is set before the folder is read: what happens in between is told as well as seen.
+void TChangeTracker::CompareOne(TFileNode& folder, bool isDeep, std::vector<TFileNode*>& more)
+{
+    m_unsure.erase(&folder);
+    const int follow = &folder == &m_root ? 0 : O_NOFOLLOW;
+    const int descriptor = open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | follow);
+    const std::unique_ptr<DIR, TCloseDirectory> directory(descriptor < 0 ? nullptr : fdopendir(descriptor));
+    if (!directory) {
+        CannotRead(folder, errno);
+        return;
+    }
+    Bind(folder, descriptor);
+    folder.Folder->Round = m_round;
+    std::vector<TListed> entries;
+    if (!List(folder, directory.get(), entries)) {
+        CannotRead(folder, EIO);
+        return;
+    }
+    m_refused.erase(&folder);
+    RemoveUnseen(folder);
+    for (const TListed& entry : entries)
+        CompareEntry(folder, entry, isDeep, more);
+}
+
+void TChangeTracker::CannotRead(TFileNode& folder, int error)
+{
+    const bool isGone = error == ENOENT || error == ENOTDIR || error == ELOOP;
+    if (&folder == &m_root)
+        m_mustCheckRoot = true;
+    else if (isGone)
+        MarkUnsure(folder.Parent);
+    else
+        m_refused.insert(&folder);
+}
+
+// Makes sure that the node has the watch of the folder that is open.
+void TChangeTracker::Bind(TFileNode& folder, int descriptor)
+{
+    struct stat status
+    {};
+    fstat(descriptor, &status);
+    TFolderState& state = *folder.Folder;
+    const bool isSame = folder.Stamp.Inode == status.st_ino && state.Device == status.st_dev;
+    folder.Stamp.Inode = status.st_ino;
+    state.Device = status.st_dev;
+    if (m_isScanOnly || (isSame && state.Watch >= 0))
+        return;
+    if (state.Watch >= 0) {
+        m_watched.erase(state.Watch);
+        m_inotify.Remove(state.Watch);
+    }
+    state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask);
+    if (state.Watch < 0) {
+        Limit(WatchesReason);
+        return;
+    }
+    TFileNode*& owner = m_watched[state.Watch];
+    if (owner && owner != &folder) {
+        // It has been moved here, and that is not told yet.
+        owner->Folder->Watch = -1;
+        MarkUnsure(owner->Parent);
+    }
+    owner = &folder;
+}
+
+void TChangeTracker::Limit(std::string_view reason)
+{
+    m_isLimited = true;
+    if (m_limitReason.empty())
+        m_limitReason = reason;
+}
+
+// False when the folder could not be read to its end; nothing is known to be gone then.
+bool TChangeTracker::List(const TFileNode& folder, DIR* directory, std::vector<TListed>& entries)
+{
+    ++m_comparison;
+    for (;;) {
+        errno = 0;
+        const dirent* raw = readdir(directory);
+        if (!raw)
+            return errno == 0;
+        const std::string_view name = raw->d_name;
+        struct stat status
+        {};
+        if (name == "." || name == ".." || IsIgnored(folder, name) ||
+            fstatat(dirfd(directory), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+            continue;
+        TListed entry{.Name = std::string(name),
+                      .Stamp = TFileStamp::Of(status),
+                      .Kind = KindOf(status),
+                      .Node = folder.Find(name)};
+        if (entry.Node && (entry.Kind == TFileKind::Folder) != (entry.Node->Folder != nullptr))
+            entry.Node = nullptr;
+        if (entry.Node)
+            entry.Node->Seen = m_comparison;
+        entries.push_back(std::move(entry));
+    }
+}
+
+void TChangeTracker::RemoveUnseen(TFileNode& folder)
+{
+    std::vector<TFileNode*> gone;
+    for (const auto& child : folder.Folder->Children) {
+        if (child->Seen != m_comparison)
+            gone.push_back(child.get());
+    }
+    for (TFileNode* child : gone)
+        RemoveBranch(*child);
+}
+
+void TChangeTracker::CompareEntry(TFileNode& folder, const TListed& entry, bool isDeep, std::vector<TFileNode*>& more)
+{
+    TFileNode* node = entry.Node;
+    if (!node) {
+        AddListed(folder, entry, more);
+    } else if (node->Folder) {
+        if (isDeep || node->Folder->Watch < 0 || node->Stamp.Inode != entry.Stamp.Inode)
+            more.push_back(node);
+    } else {
+        const bool isSpecial = node->Kind == TFileKind::Special && entry.Kind == TFileKind::Special;
+        if (!isSpecial && (!node->IsTold || node->MayDiffer(entry.Stamp)))
+            Await(*node, true);
+    }
+}
+
+void TChangeTracker::AddListed(TFileNode& folder, const TListed& entry, std::vector<TFileNode*>& more)
+{
+    TFileNode& added = *folder.Add(entry.Name, entry.Kind);
+    if (added.Folder) {
+        Tell(scFolderCreated, added.Path());
+        more.push_back(&added);
+    } else if (m_isBaseline) {
+        added.Stamp = entry.Stamp;
+        added.IsTold = entry.Kind == TFileKind::Item;
+    } else if (entry.Kind == TFileKind::Item) {
+        Await(added, true);
+    }
+}
+
+// Those that are marked meanwhile wait for the next time, so that a tree in motion keeps nobody here.
+void TChangeTracker::CompareUnsure()
+{
+    for (size_t count = m_unsure.size(); count > 0 && !m_unsure.empty(); --count)
+        Compare(**m_unsure.begin(), false);
+}
+
+void TChangeTracker::Housekeep()
+{
+    CheckRoot();
+    if (m_isRootGone)
+        return;
+    const std::vector<TFileNode*> refused(m_refused.begin(), m_refused.end());
+    for (TFileNode* folder : refused) {
+        if (m_refused.count(folder) > 0)
+            Compare(*folder, false);
+    }
+    if (IsScanning()) {
+        m_isLimited = false; // until a watch is refused again
+        Compare(m_root, true);
+    }
+}
+
+// A root that vanished keeps its last known state; when it comes back, the difference is told.
+void TChangeTracker::CheckRoot()
+{
+    m_mustCheckRoot = false;
+    struct stat status
+    {};
+    const bool exists = stat(m_root.Name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    const bool isSame = exists && status.st_ino == m_root.Stamp.Inode && status.st_dev == m_root.Folder->Device;
+    if (isSame && !m_isRootGone && (m_isScanOnly || m_root.Folder->Watch >= 0))
+        return;
+    if (!m_isRootGone)
+        Unbind(m_root);
+    m_isRootGone = !exists;
+    m_mustResync = exists;
+}
+
+void TChangeTracker::Unbind(TFileNode& branch)
+{
+    if (branch.Folder->Watch >= 0) {
+        m_watched.erase(branch.Folder->Watch);
+        m_inotify.Remove(branch.Folder->Watch);
+        branch.Folder->Watch = -1;
+    }
+    for (const auto& child : branch.Folder->Children) {
+        if (child->Folder)
+            Unbind(*child);
+    }
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Replayer.h"
+#include "TestSupport.h"
+#include "Vlfilewatch.h"
+
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+// A folder that is watched, and what is told of it.
+class FileWatchTest : public testing::Test
+{
+protected:
+    FileWatchTest();
+
+    std::string Path(const std::string& relative) const;
+    void Write(const std::string& relative, const std::string& content) const;
+    void MakeFolder(const std::string& relative) const;
+    void Rename(const std::string& from, const std::string& to) const;
+    void Remove(const std::string& relative) const;
+
+    // Begins to watch, and copies the tree for the replayer.
+    void Start();
+    // Drains the watch and gives what was told since the last call, a line each, with paths relative to the root.
+    QStringList Told();
+    // Replays all that was told onto the copy; empty when that equals the tree.
+    std::string Differences();
+
+    // Runs a program below the root and watches meanwhile.
+    void Run(const QString& program, const QStringList& arguments);
+    void RunAll(std::vector<std::unique_ptr<QProcess>>& programs);
+
+    QTemporaryDir Directory;
+    std::string Root;
+    TFileWatch Watch;
+    std::vector<TShellChange> Changes;
+
+private:
+    size_t m_told = 0;
+};
