@@ -170,10 +170,6 @@ void TChangeTracker::HandleMovedTo(TFileNode& folder, const TInotifyEvent& event
     if (target == source)
         return;
     NoteExchange(*source, folder, event.Name, target != nullptr);
-    if (target && target->IsLeaving) {
-        RemoveBranch(*target);
-        target = nullptr;
-    }
     if (!Fits(*source, folder, target)) {
         MarkUnsure(source->Parent);
         MarkUnsure(&folder);
