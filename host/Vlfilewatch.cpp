@@ -59,6 +59,7 @@ void TFileWatch::SetRoot(const QByteArray& root)
         connect(m_notifier.get(), &QSocketNotifier::activated, this, &TFileWatch::HandleReadable);
     }
     m_housekeepingTimer->start(m_scanInterval);
+    m_tracker->Process(Slice);
     Continue();
 }
 

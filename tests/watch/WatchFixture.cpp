@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTest>
 
 #include <filesystem>
 
@@ -32,6 +33,14 @@ QString WordOf(TShellChangeKind kind)
 }
 
 } // namespace
+
+QStringList Lines(std::initializer_list<const char*> lines)
+{
+    QStringList list;
+    for (const char* line : lines)
+        list.append(QString::fromUtf8(line));
+    return list;
+}
 
 FileWatchTest::FileWatchTest() : Root(fs::canonical(Directory.path().toStdString()).string() + "/projekt")
 {
@@ -85,6 +94,11 @@ QStringList FileWatchTest::Told()
             lines.last() += u' ' + relative(change.NewPath);
     }
     return lines;
+}
+
+bool FileWatchTest::IsTold(size_t count) const
+{
+    return QTest::qWaitFor([this, count] { return Changes.size() >= count; }, 10'000);
 }
 
 std::string FileWatchTest::Differences()

@@ -10,7 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <memory>
 #include <vector>
+
+// Expected lines.
+QStringList Lines(std::initializer_list<const char*> lines);
 
 // A folder that is watched, and what is told of it.
 class FileWatchTest : public testing::Test
@@ -28,6 +33,8 @@ protected:
     void Start();
     // Drains the watch and gives what was told since the last call, a line each, with paths relative to the root.
     QStringList Told();
+    // Waits, without draining, until so many changes were told in all.
+    bool IsTold(size_t count) const;
     // Replays all that was told onto the copy; empty when that equals the tree.
     std::string Differences();
 
