@@ -1,6 +1,5 @@
 #include "WatchFixture.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTest>
 
@@ -127,8 +126,11 @@ void FileWatchTest::RunAll(std::vector<std::unique_ptr<QProcess>>& programs)
         program->start();
     }
     for (const auto& program : programs) {
-        while (program->state() != QProcess::NotRunning)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+        QEventLoop loop;
+        QObject::connect(program.get(), &QProcess::finished, &loop, &QEventLoop::quit);
+        QObject::connect(program.get(), &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+        if (program->state() != QProcess::NotRunning)
+            loop.exec();
         ASSERT_EQ(program->exitStatus(), QProcess::NormalExit) << program->errorString().toStdString();
         ASSERT_EQ(program->exitCode(), 0) << program->readAllStandardError().toStdString();
     }

@@ -23,6 +23,9 @@ class FileWatchTest : public testing::Test
 protected:
     FileWatchTest();
 
+    // The storms in full, which take minutes; by default they are a tenth of that.
+    static bool AreLong() { return qEnvironmentVariableIsSet("VELMORA_LONG_TESTS"); }
+
     std::string Path(const std::string& relative) const;
     void Write(const std::string& relative, const std::string& content) const;
     void MakeFolder(const std::string& relative) const;
