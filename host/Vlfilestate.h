@@ -35,14 +35,14 @@ struct TFileNode;
 
 struct TFileNodeHash
 {
-    using is_transparent = void;
+    using is_transparent = void; // NOLINT(readability-identifier-naming): the name the library asks for
     size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
     size_t operator()(const std::unique_ptr<TFileNode>& node) const;
 };
 
 struct TFileNodeEqual
 {
-    using is_transparent = void;
+    using is_transparent = void; // NOLINT(readability-identifier-naming): the name the library asks for
     static std::string_view NameOf(std::string_view name) { return name; }
     static std::string_view NameOf(const std::unique_ptr<TFileNode>& node);
 

@@ -10,9 +10,9 @@
 namespace
 {
 
-constexpr size_t ChunkSize = 256 * 1024;
+constexpr size_t ChunkSize = 0x40000;
 // One call takes no more than this, so that a flood cannot keep its reader from working on it.
-constexpr size_t MaxRead = 8 * 1024 * 1024;
+constexpr size_t MaxRead = 0x800000;
 
 } // namespace
 

@@ -74,18 +74,18 @@ TEST_F(FileWatchFoldersTest, TellsAFolderMovedOutAsRemovedWithItsContent)
     MakeFolder("a/b");
     Write("a/b/datei", "1");
     Start();
-    fs::rename(Path("a"), Root + "-daneben");
+    fs::rename(Path("a"), m_root + "-daneben");
     EXPECT_EQ(Told(), (Lines({"DEL a/b/datei", "RMDIR a/b", "RMDIR a"})));
-    WriteAll(QString::fromStdString(Root + "-daneben/b/datei"), "2");
+    WriteAll(QString::fromStdString(m_root + "-daneben/b/datei"), "2");
     EXPECT_EQ(Told(), QStringList());
 }
 
 TEST_F(FileWatchFoldersTest, TellsAFolderMovedInWithItsContent)
 {
-    fs::create_directories(Root + "-daneben/b");
-    WriteAll(QString::fromStdString(Root + "-daneben/b/datei"), "1");
+    fs::create_directories(m_root + "-daneben/b");
+    WriteAll(QString::fromStdString(m_root + "-daneben/b/datei"), "1");
     Start();
-    fs::rename(Root + "-daneben", Path("a"));
+    fs::rename(m_root + "-daneben", Path("a"));
     EXPECT_EQ(Told(), (Lines({"MKDIR a", "MKDIR a/b", "NEW a/b/datei"})));
     Write("a/b/datei", "2");
     EXPECT_EQ(Told(), Lines({"PUT a/b/datei"}));
@@ -110,7 +110,7 @@ TEST_F(FileWatchFoldersTest, FollowsAnExchangeOfTwoFolders)
     Write("b/c/2", "2");
     Start();
     ASSERT_EQ(renameat2(AT_FDCWD, Path("a").c_str(), AT_FDCWD, Path("b").c_str(), RENAME_EXCHANGE), 0);
-    Watch.Drain();
+    m_watch.Drain();
     Write("a/c/2", "3");
     Write("b/1", "3");
     EXPECT_EQ(Differences(), "");
@@ -146,9 +146,9 @@ TEST_F(FileWatchFoldersTest, FollowsAFileThatBecomesAFolderAndBack)
     Remove("a");
     MakeFolder("a/b");
     EXPECT_EQ(Differences(), "");
-    Changes.clear();
-    fs::remove_all(Root + "-kopie");
-    CopyTree(Root, Root + "-kopie");
+    m_changes.clear();
+    fs::remove_all(m_root + "-kopie");
+    CopyTree(m_root, m_root + "-kopie");
     Remove("a");
     Write("a", "2");
     EXPECT_EQ(Differences(), "");

@@ -153,7 +153,7 @@ TEST_F(FileWatchItemsTest, TellsAFileMovedInAndAFileMovedOut)
 {
     Write("hinaus", "1");
     Start();
-    const std::string outside = Root + "-daneben";
+    const std::string outside = m_root + "-daneben";
     WriteAll(QString::fromStdString(outside), "2");
     fs::rename(outside, Path("herein"));
     EXPECT_EQ(Told(), Lines({"NEW herein"}));
@@ -179,7 +179,7 @@ TEST_F(FileWatchItemsTest, TellsAnotherNameOfAFile)
 
 TEST_F(FileWatchItemsTest, TellsASymbolicLinkAsAnItemAndNeverFollowsIt)
 {
-    const std::string outside = Root + "-daneben";
+    const std::string outside = m_root + "-daneben";
     fs::create_directory(outside);
     Start();
     fs::create_directory_symlink(outside, Path("verweis"));
@@ -234,15 +234,15 @@ TEST_F(FileWatchItemsTest, KeepsNamesAsTheirBytes)
     Write("a", "1");
     EXPECT_EQ(Told(), Lines({"NEW a"}));
     fs::rename(Path("a"), Path(name));
-    Watch.Drain();
-    ASSERT_EQ(Changes.size(), 2U);
-    EXPECT_EQ(Changes[1].NewPath.toStdString(), Path(name));
+    m_watch.Drain();
+    ASSERT_EQ(m_changes.size(), 2U);
+    EXPECT_EQ(m_changes[1].NewPath.toStdString(), Path(name));
     EXPECT_EQ(Differences(), "");
 }
 
 TEST_F(FileWatchItemsTest, NeverTellsOfTheIgnoredFile)
 {
-    Watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
+    m_watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
     Start();
     Write("actions.log", "1");
     Write("actions.log", "2");
@@ -254,7 +254,7 @@ TEST_F(FileWatchItemsTest, NeverTellsOfTheIgnoredFile)
 TEST_F(FileWatchItemsTest, TellsAFileOfTheIgnoredNameElsewhere)
 {
     MakeFolder("unten");
-    Watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
+    m_watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
     Start();
     Write("unten/actions.log", "1");
     EXPECT_EQ(Told(), Lines({"NEW unten/actions.log"}));
@@ -264,7 +264,7 @@ TEST_F(FileWatchItemsTest, TellsWhatStopsOrBeginsToBeTheIgnoredFile)
 {
     Write("actions.log", "1");
     Write("b", "2");
-    Watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
+    m_watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
     Start();
     Rename("actions.log", "alt.log");
     EXPECT_EQ(Told(), Lines({"NEW alt.log"}));
@@ -278,8 +278,8 @@ TEST_F(FileWatchItemsTest, TellsAnOpenFileThatRestsForAMoment)
     std::ofstream stream(Path("lang.log"));
     stream << "1" << std::flush;
     ASSERT_TRUE(IsTold(1));
-    EXPECT_EQ(Changes[0].Kind, scItemCreated);
+    EXPECT_EQ(m_changes[0].Kind, scItemCreated);
     stream << "2" << std::flush;
     ASSERT_TRUE(IsTold(2));
-    EXPECT_EQ(Changes[1].Kind, scItemUpdated);
+    EXPECT_EQ(m_changes[1].Kind, scItemUpdated);
 }

@@ -13,17 +13,18 @@ TEST_F(FileWatchLimitsTest, ComparesWhatItMayNotWatchAndSaysSoOnce)
     MakeFolder("a");
     MakeFolder("b/c");
     QStringList reasons;
-    QObject::connect(&Watch, &TFileWatch::Limited, &Watch, [&reasons](const QString& reason) { reasons += reason; });
-    Watch.SetMaxWatches(1);
-    Watch.SetScanInterval(20);
+    QObject::connect(&m_watch, &TFileWatch::Limited, &m_watch,
+                     [&reasons](const QString& reason) { reasons += reason; });
+    m_watch.SetMaxWatches(1);
+    m_watch.SetScanInterval(20);
     Start();
-    EXPECT_TRUE(Watch.IsScanning());
+    EXPECT_TRUE(m_watch.IsScanning());
     Write("b/c/datei", "1");
     ASSERT_TRUE(IsTold(1));
-    EXPECT_EQ(Changes[0].Kind, scItemCreated);
+    EXPECT_EQ(m_changes[0].Kind, scItemCreated);
     Remove("a");
     ASSERT_TRUE(IsTold(2));
-    EXPECT_EQ(Changes[1].Kind, scFolderRemoved);
+    EXPECT_EQ(m_changes[1].Kind, scFolderRemoved);
     ASSERT_EQ(reasons.size(), 1);
     EXPECT_TRUE(reasons[0].contains(QStringLiteral("regelmäßig verglichen"))) << reasons[0].toStdString();
 }
@@ -32,13 +33,13 @@ TEST_F(FileWatchLimitsTest, WatchesAgainWhatItComparedWhenThereIsRoom)
 {
     MakeFolder("a");
     MakeFolder("b");
-    Watch.SetMaxWatches(2);
-    Watch.SetScanInterval(20);
+    m_watch.SetMaxWatches(2);
+    m_watch.SetScanInterval(20);
     Start();
-    ASSERT_TRUE(Watch.IsScanning());
+    ASSERT_TRUE(m_watch.IsScanning());
     Remove("a");
     Remove("b");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !Watch.IsScanning(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_watch.IsScanning(); }));
     EXPECT_EQ(Differences(), "");
 }
 
@@ -47,9 +48,9 @@ TEST_F(FileWatchLimitsTest, TellsTheSameByComparingOnly)
     MakeFolder("alt/darin");
     Write("alt/1", "1");
     Write("gleich", "1");
-    Watch.SetScanOnly(true);
+    m_watch.SetScanOnly(true);
     Start();
-    EXPECT_TRUE(Watch.IsScanning());
+    EXPECT_TRUE(m_watch.IsScanning());
     Rename("alt", "neu");
     Write("neu/2", "2");
     Write("gleich", "2");
@@ -59,7 +60,7 @@ TEST_F(FileWatchLimitsTest, TellsTheSameByComparingOnly)
 TEST_F(FileWatchLimitsTest, SeesWhatChangedAgainRightAfterItWasTold)
 {
     Write("a", "1");
-    Watch.SetScanOnly(true);
+    m_watch.SetScanOnly(true);
     Start();
     for (const char* content : {"2", "3", "4"}) {
         Write("a", content);
@@ -73,13 +74,13 @@ TEST_F(FileWatchLimitsTest, ARootThatVanishesAndComesBackTellsTheDifference)
     Write("a/1", "1");
     Write("2", "2");
     QTest::qWait(30);
-    Watch.SetScanInterval(20);
+    m_watch.SetScanInterval(20);
     Start();
-    fs::rename(Root, Root + "-fort");
+    fs::rename(m_root, m_root + "-fort");
     QTest::qWait(100);
     EXPECT_EQ(Told(), QStringList());
-    fs::remove(Root + "-fort/2");
-    fs::rename(Root + "-fort", Root);
+    fs::remove(m_root + "-fort/2");
+    fs::rename(m_root + "-fort", m_root);
     ASSERT_TRUE(IsTold(1));
     EXPECT_EQ(Told(), Lines({"DEL 2"}));
     Write("a/1", "neu");
@@ -89,10 +90,10 @@ TEST_F(FileWatchLimitsTest, ARootThatVanishesAndComesBackTellsTheDifference)
 TEST_F(FileWatchLimitsTest, ARootThatIsReplacedIsComparedWithTheOldOne)
 {
     Write("1", "1");
-    Watch.SetScanInterval(20);
+    m_watch.SetScanInterval(20);
     Start();
-    fs::rename(Root, Root + "-fort");
-    fs::create_directory(Root);
+    fs::rename(m_root, m_root + "-fort");
+    fs::create_directory(m_root);
     Write("2", "2");
     ASSERT_TRUE(IsTold(2));
     EXPECT_EQ(Differences(), "");
@@ -100,10 +101,10 @@ TEST_F(FileWatchLimitsTest, ARootThatIsReplacedIsComparedWithTheOldOne)
 
 TEST_F(FileWatchLimitsTest, ARootThatDoesNotExistIsWaitedFor)
 {
-    fs::remove(Root);
-    Watch.SetScanInterval(20);
-    Watch.SetRoot(QByteArray::fromStdString(Root));
-    fs::create_directory(Root);
+    fs::remove(m_root);
+    m_watch.SetScanInterval(20);
+    m_watch.SetRoot(QByteArray::fromStdString(m_root));
+    fs::create_directory(m_root);
     Write("1", "1");
     ASSERT_TRUE(IsTold(1));
     EXPECT_EQ(Told(), Lines({"NEW 1"}));
@@ -112,15 +113,15 @@ TEST_F(FileWatchLimitsTest, ARootThatDoesNotExistIsWaitedFor)
 TEST_F(FileWatchLimitsTest, WithoutARootNothingIsTold)
 {
     Start();
-    Watch.SetRoot({});
+    m_watch.SetRoot({});
     Write("a", "1");
     EXPECT_EQ(Told(), QStringList());
-    EXPECT_EQ(Watch.Root(), QByteArray());
+    EXPECT_EQ(m_watch.Root(), QByteArray());
 }
 
 TEST_F(FileWatchLimitsTest, ASeparatorAtTheEndOfTheRootMakesNoDifference)
 {
-    Watch.SetRoot(QByteArray::fromStdString(Root + "/"));
+    m_watch.SetRoot(QByteArray::fromStdString(m_root + "/"));
     Write("a", "1");
     EXPECT_EQ(Told(), Lines({"NEW a"}));
 }
@@ -133,7 +134,7 @@ TEST_F(FileWatchLimitsTest, TheListenerMayDestroyTheWatch)
         ++count;
         delete watch;
     });
-    watch->SetRoot(QByteArray::fromStdString(Root));
+    watch->SetRoot(QByteArray::fromStdString(m_root));
     Write("a", "1");
     Write("b", "1");
     watch->Drain();
@@ -143,15 +144,15 @@ TEST_F(FileWatchLimitsTest, TheListenerMayDestroyTheWatch)
 TEST_F(FileWatchLimitsTest, TheListenerMaySetAnotherRoot)
 {
     Start();
-    QObject::connect(&Watch, &TFileWatch::Changed, &Watch,
-                     [this](const TShellChange&) { Watch.SetRoot(QByteArray::fromStdString(Root + "-kopie")); });
+    QObject::connect(&m_watch, &TFileWatch::Changed, &m_watch,
+                     [this](const TShellChange&) { m_watch.SetRoot(QByteArray::fromStdString(m_root + "-kopie")); });
     Write("a", "1");
     Write("b", "1");
-    Watch.Drain();
-    EXPECT_EQ(Changes.size(), 1U);
-    WriteAll(QString::fromStdString(Root + "-kopie/c"), "1");
-    Watch.Drain();
-    EXPECT_EQ(Changes.size(), 2U);
+    m_watch.Drain();
+    EXPECT_EQ(m_changes.size(), 1U);
+    WriteAll(QString::fromStdString(m_root + "-kopie/c"), "1");
+    m_watch.Drain();
+    EXPECT_EQ(m_changes.size(), 2U);
 }
 
 TEST_F(FileWatchLimitsTest, ChangesThatNobodyDrainsAreToldByTheEventLoop)

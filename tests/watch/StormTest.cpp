@@ -50,7 +50,7 @@ protected:
             programs.push_back(std::make_unique<QProcess>());
             programs.back()->setProgram(QStringLiteral(VELMORA_STORM));
             programs.back()->setArguments(
-                {QString::fromStdString(Root), QString::number(number + 1), QString::number(operations / Processes)});
+                {QString::fromStdString(m_root), QString::number(number + 1), QString::number(operations / Processes)});
         }
         return programs;
     }
@@ -64,7 +64,7 @@ TEST_F(StormTest, FourProcessesLeaveACopyThatEqualsTheTree)
     auto programs = Storm(Operations());
     RunAll(programs);
     EXPECT_EQ(Differences(), "");
-    EXPECT_GT(Changes.size(), static_cast<size_t>(Operations() / 10));
+    EXPECT_GT(m_changes.size(), static_cast<size_t>(Operations() / 10));
 }
 
 TEST_F(StormTest, NotificationsThatWereLostAreMadeUpForByAComparison)
@@ -73,7 +73,7 @@ TEST_F(StormTest, NotificationsThatWereLostAreMadeUpForByAComparison)
     auto programs = Storm(Operations() * 2);
     // Nobody reads meanwhile, so that the system's queue overflows.
     for (const auto& program : programs) {
-        program->setWorkingDirectory(QString::fromStdString(Root));
+        program->setWorkingDirectory(QString::fromStdString(m_root));
         program->start();
     }
     for (const auto& program : programs)

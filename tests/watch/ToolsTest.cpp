@@ -40,7 +40,7 @@ TEST_F(ToolsTest, FollowsTheUnpackingOfManyFiles)
     Start();
     Shell("tar xf ../q.tar");
     EXPECT_EQ(Differences(), "");
-    EXPECT_GE(Changes.size(), static_cast<size_t>(FolderCount()) * 100);
+    EXPECT_GE(m_changes.size(), static_cast<size_t>(FolderCount()) * 100);
 }
 
 TEST_F(ToolsTest, FollowsTheRemovalAndTheReturnOfManyFiles)

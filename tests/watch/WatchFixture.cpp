@@ -41,16 +41,16 @@ QStringList Lines(std::initializer_list<const char*> lines)
     return list;
 }
 
-FileWatchTest::FileWatchTest() : Root(fs::canonical(Directory.path().toStdString()).string() + "/projekt")
+FileWatchTest::FileWatchTest() : m_root(fs::canonical(m_directory.path().toStdString()).string() + "/projekt")
 {
-    fs::create_directory(Root);
-    QObject::connect(&Watch, &TFileWatch::Changed, &Watch,
-                     [this](const TShellChange& change) { Changes.push_back(change); });
+    fs::create_directory(m_root);
+    QObject::connect(&m_watch, &TFileWatch::Changed, &m_watch,
+                     [this](const TShellChange& change) { m_changes.push_back(change); });
 }
 
 std::string FileWatchTest::Path(const std::string& relative) const
 {
-    return Root + "/" + relative;
+    return m_root + "/" + relative;
 }
 
 void FileWatchTest::Write(const std::string& relative, const std::string& content) const
@@ -75,19 +75,19 @@ void FileWatchTest::Remove(const std::string& relative) const
 
 void FileWatchTest::Start()
 {
-    CopyTree(Root, Root + "-kopie");
-    Watch.SetRoot(QByteArray::fromStdString(Root));
+    CopyTree(m_root, m_root + "-kopie");
+    m_watch.SetRoot(QByteArray::fromStdString(m_root));
 }
 
 QStringList FileWatchTest::Told()
 {
-    Watch.Drain();
+    m_watch.Drain();
     const auto relative = [this](const QByteArray& path) {
-        return QString::fromUtf8(path.mid(static_cast<qsizetype>(Root.size()) + 1));
+        return QString::fromUtf8(path.mid(static_cast<qsizetype>(m_root.size()) + 1));
     };
     QStringList lines;
-    for (; m_told < Changes.size(); ++m_told) {
-        const TShellChange& change = Changes[m_told];
+    for (; m_told < m_changes.size(); ++m_told) {
+        const TShellChange& change = m_changes[m_told];
         lines.append(WordOf(change.Kind) + u' ' + relative(change.Path));
         if (!change.NewPath.isEmpty())
             lines.last() += u' ' + relative(change.NewPath);
@@ -97,14 +97,14 @@ QStringList FileWatchTest::Told()
 
 bool FileWatchTest::IsTold(size_t count) const
 {
-    return QTest::qWaitFor([this, count] { return Changes.size() >= count; }, 10'000);
+    return QTest::qWaitFor([this, count] { return m_changes.size() >= count; }, 10'000);
 }
 
 std::string FileWatchTest::Differences()
 {
-    Watch.Drain();
-    TReplayer replayer(Root, Root + "-kopie");
-    for (const TShellChange& change : Changes)
+    m_watch.Drain();
+    TReplayer replayer(m_root, m_root + "-kopie");
+    for (const TShellChange& change : m_changes)
         replayer.Apply(change);
     replayer.Finish();
     return replayer.Mistakes().empty() ? std::string() : replayer.Summary();
@@ -122,7 +122,7 @@ void FileWatchTest::Run(const QString& program, const QStringList& arguments)
 void FileWatchTest::RunAll(std::vector<std::unique_ptr<QProcess>>& programs)
 {
     for (const auto& program : programs) {
-        program->setWorkingDirectory(QString::fromStdString(Root));
+        program->setWorkingDirectory(QString::fromStdString(m_root));
         program->start();
     }
     for (const auto& program : programs) {

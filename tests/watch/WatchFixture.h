@@ -45,10 +45,10 @@ protected:
     void Run(const QString& program, const QStringList& arguments);
     void RunAll(std::vector<std::unique_ptr<QProcess>>& programs);
 
-    QTemporaryDir Directory;
-    std::string Root;
-    TFileWatch Watch;
-    std::vector<TShellChange> Changes;
+    QTemporaryDir m_directory;
+    std::string m_root;
+    TFileWatch m_watch;
+    std::vector<TShellChange> m_changes;
 
 private:
     size_t m_told = 0;
