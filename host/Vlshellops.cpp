@@ -4,7 +4,9 @@
 #include "Vlerrors.h"
 #include "Vlshellitems.h"
 
+#include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 #include <cerrno>
 #include <cstdio>
@@ -51,6 +53,13 @@ int RenameWithoutReplacing(const QByteArray& from, const QByteArray& to)
     if (Exists(to))
         return EEXIST;
     return std::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+}
+
+// The toolkit's last resort is the trash in the user's data; without that it would take the working directory for one.
+bool HasHomeTrash()
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return !data.isEmpty() && QDir().mkpath(data + QStringLiteral("/Trash"));
 }
 
 } // namespace
@@ -100,7 +109,7 @@ void MoveShellItemToTrash(const QByteArray& path)
     if (!IsDecodableName(path))
         Fail(path, action, QStringLiteral("Der Papierkorb kann diesen Namen nicht aufnehmen"));
     QFile file(QFile::decodeName(path));
-    if (!file.moveToTrash())
+    if (!HasHomeTrash() || !file.moveToTrash())
         Fail(path, action, QStringLiteral("Hier ist kein Papierkorb erreichbar; nichts wurde gelöscht"));
 }
 

@@ -44,7 +44,7 @@ void TShellRefresh::SetOn(bool on)
 void TShellRefresh::SetRoot(const QByteArray& root)
 {
     m_root = root;
-    m_rootGone = false;
+    m_rootGone = IsRootGone();
     m_dirty.clear();
     Follow({});
 }
@@ -114,8 +114,13 @@ void TShellRefresh::HandleTimer()
 // Nobody tells when a folder comes back that was watched itself.
 void TShellRefresh::HandleRootTimer()
 {
-    const bool gone = !m_root.isEmpty() && !QFileInfo(QFile::decodeName(m_root)).isDir();
+    const bool gone = IsRootGone();
     if (gone != m_rootGone)
         Mark(m_root);
     m_rootGone = gone;
+}
+
+bool TShellRefresh::IsRootGone() const
+{
+    return !m_root.isEmpty() && !QFileInfo(QFile::decodeName(m_root)).isDir();
 }

@@ -39,6 +39,7 @@ private:
     void HandleTimer();
     void HandleRootTimer();
     void Mark(const QByteArray& folder);
+    bool IsRootGone() const;
 
     QFileSystemWatcher m_watcher;
     QTimer m_timer;

@@ -166,8 +166,9 @@ TEST_F(VlshellctrlsTest, AFolderThatBecameALinkIsNotEntered)
     ASSERT_EQ(symlink("/", At("a").constData()), 0);
     Tree.expand(Item("a"));
     EXPECT_EQ(Outline(), QStringLiteral("a*()"));
+    // What was opened is the folder of the other name.
     Tree.Refresh();
-    EXPECT_EQ(Outline(), QStringLiteral("b a"));
+    EXPECT_EQ(Outline(), QStringLiteral("b*() a"));
 }
 
 TEST_F(VlshellctrlsTest, FifosAndSocketsAreShownAndNeverOpened)
@@ -245,6 +246,7 @@ TEST_F(VlshellctrlsTest, ActivatingAnItemRaisesTheDefaultAction)
     ASSERT_TRUE(Select("a.txt"));
     QTest::keyClick(&Tree, Qt::Key_Return);
     EXPECT_EQ(raised, 1);
+    QTest::mouseClick(Tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
     QTest::mouseDClick(Tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
     EXPECT_EQ(raised, 2);
 }
@@ -283,30 +285,31 @@ TEST_F(VlshellctrlsTest, AFileOfEachKindHasAnIcon)
     EXPECT_FALSE(Item("").data(Qt::DecorationRole).value<QIcon>().isNull());
 }
 
-TEST_F(VlshellctrlsTest, AHundredThousandFilesInOneFolderAreOneStep)
+TEST_F(VlshellctrlsTest, AnyNumberOfFilesThatComeOrGoIsOneStep)
 {
-    for (int i = 0; i < 100'000; ++i)
-        MakeFile("datei" + QByteArray::number(i), "");
-    int steps = 0;
-    QObject::connect(Tree.model(), &QAbstractItemModel::rowsInserted, &Tree, [&] { ++steps; });
+    constexpr int Count = 20'000;
+    const auto name = [](int number) { return "datei" + QByteArray::number(number); };
+    for (int i = 0; i < Count; ++i)
+        MakeFile(name(i), "");
+    int inserted = 0;
+    int removed = 0;
+    QObject::connect(Tree.model(), &QAbstractItemModel::rowsInserted, &Tree, [&] { ++inserted; });
+    QObject::connect(Tree.model(), &QAbstractItemModel::rowsRemoved, &Tree, [&] { ++removed; });
     Open();
-    EXPECT_EQ(Tree.model()->rowCount(Item("")), 100'000);
-    EXPECT_EQ(steps, 1);
-    EXPECT_EQ(Tree.model()->index(99'999, 0, Item("")).data().toString(), QStringLiteral("datei99999"));
-    ASSERT_TRUE(Select("datei50000"));
-    for (int i = 0; i < 100'000; i += 2) {
-        if (i != 50'000) {
-            ASSERT_EQ(unlink(At("datei" + QByteArray::number(i)).constData()), 0);
-        }
-    }
+    EXPECT_EQ(Tree.model()->rowCount(Item("")), Count);
+    EXPECT_EQ(inserted, 1);
+    EXPECT_EQ(Tree.model()->index(Count - 1, 0, Item("")).data().toString(), QStringLiteral("datei19999"));
+    ASSERT_TRUE(Select(name(5001)));
+    // New ones first: the numbers of deleted files would be given to them.
     MakeFile("aaa");
     MakeFile("zzz");
-    int changes = 0;
-    for (auto signal : {&QAbstractItemModel::rowsRemoved, &QAbstractItemModel::rowsInserted})
-        QObject::connect(Tree.model(), signal, &Tree, [&] { ++changes; });
+    for (int i = 0; i < Count; i += 2)
+        ASSERT_EQ(unlink(At(name(i)).constData()), 0);
     Tree.Refresh();
-    EXPECT_EQ(Tree.model()->rowCount(Item("")), 50'003);
-    EXPECT_EQ(changes, 2);
-    EXPECT_EQ(Selected(), "datei50000");
-    EXPECT_EQ(Item("").model()->index(0, 0, Item("")).data().toString(), QStringLiteral("aaa"));
+    EXPECT_EQ(Tree.model()->rowCount(Item("")), Count / 2 + 2);
+    EXPECT_EQ(inserted, 2);
+    EXPECT_EQ(removed, 1);
+    EXPECT_EQ(Selected(), name(5001));
+    EXPECT_EQ(Tree.model()->index(0, 0, Item("")).data().toString(), QStringLiteral("aaa"));
+    EXPECT_EQ(Tree.model()->index(Count / 2 + 1, 0, Item("")).data().toString(), QStringLiteral("zzz"));
 }
