@@ -175,14 +175,30 @@ void TCustomShellTreeView::SetChangeEvent(TShellChangeEvent event)
         ApplyWatch();
 }
 
-void TCustomShellTreeView::SetIgnoredFile(const QByteArray& path)
+void TCustomShellTreeView::SetIgnoredFile(const QString& path)
 {
     if (path == m_ignoredFile)
         return;
     DrainChanges();
+    const QByteArray before = IgnoredBelowRoot();
     m_ignoredFile = path;
-    if (m_watch && path.startsWith(m_model->Root() + '/'))
+    if (m_watch && IgnoredBelowRoot() != before)
         ApplyWatch();
+}
+
+// Told in the root's own spelling; empty where it lies elsewhere.
+QByteArray TCustomShellTreeView::IgnoredBelowRoot() const
+{
+    const QFileInfo file(ToPlatformPath(m_ignoredFile));
+    const QString folder = QFileInfo(file.path()).canonicalFilePath();
+    QString root = QFileInfo(Root()).canonicalFilePath();
+    if (m_ignoredFile.isEmpty() || root.isEmpty())
+        return {};
+    if (root == u'/')
+        root.clear();
+    if (!(folder + u'/').startsWith(root + u'/'))
+        return {};
+    return QFile::encodeName(QDir::cleanPath(Root() + folder.mid(root.size()) + u'/' + file.fileName()));
 }
 
 void TCustomShellTreeView::ApplyWatch()
@@ -201,7 +217,7 @@ void TCustomShellTreeView::ApplyWatch()
         connect(m_watch, &TFileWatch::Changed, this, &TCustomShellTreeView::HandleChange);
         connect(m_watch, &TFileWatch::Limited, this, [this](const QString& reason) { Note(this, reason); });
     }
-    m_watch->SetIgnoredFile(m_ignoredFile);
+    m_watch->SetIgnoredFile(IgnoredBelowRoot());
     m_watch->SetRoot(m_model->Root());
 }
 
@@ -224,7 +240,8 @@ void TCustomShellTreeView::HandleChange(const TShellChange& change)
 
 void TCustomShellTreeView::HandleActivated(const QModelIndex& index)
 {
-    if (index != SelectedIndex())
+    const TShellNode* node = m_model->NodeOf(index);
+    if (!node || index != SelectedIndex() || node->Entry.Kind == skSpecial)
         return;
     const TDefaultActionEvent event = m_defaultAction;
     if (event)

@@ -88,8 +88,8 @@ public:
     bool HasChangeEvent() const { return static_cast<bool>(m_change); }
     void SetExecuteContextEvent(TExecuteContextEvent event) { m_executeContext = std::move(event); }
     void SetDefaultActionEvent(TDefaultActionEvent event) { m_defaultAction = std::move(event); }
-    // The file (full path) whose changes are not told.
-    void SetIgnoredFile(const QByteArray& path);
+    // The file (full path, however its folder is spelled) whose changes are not told; an empty path is none.
+    void SetIgnoredFile(const QString& path);
     // Tells all changes now that have happened up to this call.
     void DrainChanges();
 
@@ -133,6 +133,7 @@ private:
     void HandleDue(const QSet<QByteArray>& folders);
     void HandleChange(const TShellChange& change);
     void ApplyWatch();
+    QByteArray IgnoredBelowRoot() const;
 
     TShellModel* m_model;
     TShellRefresh* m_refresh;
@@ -141,7 +142,7 @@ private:
     TShellChangeEvent m_change;
     TExecuteContextEvent m_executeContext;
     TDefaultActionEvent m_defaultAction;
-    QByteArray m_ignoredFile;
+    QString m_ignoredFile;
     bool m_hotTracking = false;
     bool m_showHint = false;
 };

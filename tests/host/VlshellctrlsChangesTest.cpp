@@ -1,5 +1,7 @@
 #include "ShellTree.h"
 
+#include "Vlapputils.h"
+
 #include <unistd.h>
 
 namespace
@@ -127,15 +129,28 @@ TEST_F(VlshellctrlsChangesTest, PendingChangesAreToldBeforeTheRootChanges)
 TEST_F(VlshellctrlsChangesTest, TheIgnoredFileIsNotToldWheneverItIsNamed)
 {
     Open();
-    Tree.SetIgnoredFile(At("log1"));
+    Tree.SetIgnoredFile(Root() + QStringLiteral("/log1"));
     Listen();
     MakeFile("log1");
     MakeFile("log2");
     EXPECT_EQ(Changes(), QStringList{QStringLiteral("1 log2")});
-    Tree.SetIgnoredFile(At("log2"));
+    Tree.SetIgnoredFile(Root() + QStringLiteral("/log2"));
     MakeFile("log2", "mehr");
     MakeFile("log1", "mehr");
     EXPECT_EQ(Changes(), QStringList{QStringLiteral("13 log1")});
+}
+
+TEST_F(VlshellctrlsChangesTest, TheIgnoredFileIsKnownHoweverItsFolderIsSpelled)
+{
+    MakeFolder("a");
+    const QString link = m_directory.filePath(QStringLiteral("link"));
+    ASSERT_TRUE(QFile::link(Root(), link));
+    Open();
+    Tree.SetIgnoredFile(ToPackagePath(link + QStringLiteral("/a/../log")));
+    Listen();
+    MakeFile("log");
+    MakeFile("a/log");
+    EXPECT_EQ(Changes(), QStringList{QStringLiteral("1 a/log")});
 }
 
 TEST_F(VlshellctrlsChangesTest, WhatIsToldIsShownAsWell)
