@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -34,21 +35,14 @@ TDataTypeMap DroppedType(int eisNumber)
     }
 }
 
-} // namespace
-
-void DrawLabelsOnGrey(const QFormLayout* layout)
+// One column of labels, all of one width.
+void DrawOnGrey(const QWidgetList& labels)
 {
     const QColor grey(0x5A, 0x5A, 0x5A); // dark enough to read white on
-    QList<QWidget*> labels;
     int width = 0;
-    for (int row = 0; row < layout->rowCount(); ++row) {
-        QLayoutItem* item = layout->itemAt(row, QFormLayout::LabelRole);
-        if (!item || !item->widget())
-            continue;
-        labels.append(item->widget());
-        width = std::max(width, item->widget()->sizeHint().width());
-    }
-    for (QWidget* label : std::as_const(labels)) {
+    for (const QWidget* label : labels)
+        width = std::max(width, label->sizeHint().width());
+    for (QWidget* label : labels) {
         QPalette palette = label->palette();
         palette.setColor(QPalette::Window, grey);
         palette.setColor(QPalette::WindowText, Qt::white);
@@ -56,6 +50,46 @@ void DrawLabelsOnGrey(const QFormLayout* layout)
         label->setAutoFillBackground(true);
         label->setMinimumWidth(width);
     }
+}
+
+} // namespace
+
+QLabel* MakeLabel(QWidget* field, QWidget* dialog, const char* label)
+{
+    const QString text = QString::fromUtf8(label);
+    auto* made = new QLabel(text, dialog);
+    made->setBuddy(field);
+    field->setAccessibleName(text.trimmed());
+    return made;
+}
+
+void PutBeside(QFormLayout* layout, QLabel* label, QWidget* field)
+{
+    const int row = layout->rowCount() - 1;
+    QWidget* first = layout->itemAt(row, QFormLayout::FieldRole)->widget();
+    first->setMinimumWidth(field->minimumWidth());
+    layout->removeWidget(first);
+    auto* both = new QHBoxLayout;
+    both->addWidget(first, 1);
+    both->addWidget(label);
+    both->addWidget(field, 1);
+    layout->setLayout(row, QFormLayout::FieldRole, both);
+}
+
+void DrawLabelsOnGrey(const QFormLayout* layout)
+{
+    QWidgetList labels;
+    QWidgetList besides;
+    for (int row = 0; row < layout->rowCount(); ++row) {
+        QLayoutItem* label = layout->itemAt(row, QFormLayout::LabelRole);
+        if (label && label->widget())
+            labels.append(label->widget());
+        QLayoutItem* field = layout->itemAt(row, QFormLayout::FieldRole);
+        if (field && field->layout())
+            besides.append(field->layout()->itemAt(1)->widget());
+    }
+    DrawOnGrey(labels);
+    DrawOnGrey(besides);
 }
 
 void FillDataTypes(QComboBox* box)

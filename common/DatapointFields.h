@@ -18,25 +18,44 @@ class QMimeData;
 
 // The fields that the properties dialogs of datapoints are made of.
 
-// Puts a labelled field into a form. The label without its blanks is its accessible name.
-template <class TField> TField* AddField(QFormLayout* layout, QWidget* dialog, const char* name, const char* label)
+// Makes a field whose width is at least `minimumWidth`.
+template <class TField> TField* MakeField(QWidget* dialog, const char* name, int minimumWidth)
 {
-    constexpr int MinimumFieldWidth = 260;
     auto* field = new TField(dialog);
     field->setObjectName(QString::fromLatin1(name));
     // A box without a text is no wider than what can be clicked.
     if constexpr (std::is_base_of_v<QAbstractButton, TField>)
         field->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     else
-        field->setMinimumWidth(MinimumFieldWidth);
+        field->setMinimumWidth(minimumWidth);
     // The toolkit's own limit would cut a long text without a word.
     if constexpr (std::is_base_of_v<QLineEdit, TField>)
         field->setMaxLength(std::numeric_limits<int>::max());
-    const QString text = QString::fromUtf8(label);
-    auto* caption = new QLabel(text, dialog);
-    caption->setBuddy(field);
-    field->setAccessibleName(text.trimmed());
-    layout->addRow(caption, field);
+    return field;
+}
+
+// Makes a field's label. The label without its blanks is the field's accessible name.
+QLabel* MakeLabel(QWidget* field, QWidget* dialog, const char* label);
+
+// Puts a labelled field into a form.
+template <class TField> TField* AddField(QFormLayout* layout, QWidget* dialog, const char* name, const char* label)
+{
+    constexpr int MinimumFieldWidth = 260;
+    auto* field = MakeField<TField>(dialog, name, MinimumFieldWidth);
+    layout->addRow(MakeLabel(field, dialog, label), field);
+    return field;
+}
+
+// Puts a label and its field into the last row of a form, behind the field that stands there.
+void PutBeside(QFormLayout* layout, QLabel* label, QWidget* field);
+
+// Puts a labelled field into the last row of a form. The two share its room.
+template <class TField>
+TField* AddFieldBeside(QFormLayout* layout, QWidget* dialog, const char* name, const char* label)
+{
+    constexpr int MinimumFieldWidth = 140;
+    auto* field = MakeField<TField>(dialog, name, MinimumFieldWidth);
+    PutBeside(layout, MakeLabel(field, dialog, label), field);
     return field;
 }
 

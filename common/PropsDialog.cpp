@@ -38,10 +38,10 @@ QToolButton* TPropsDialog::MakeMoveButton(const char* name, Qt::ArrowType arrow,
     button->setShortcut(direction == dirUp ? QKeySequence(Qt::ALT | Qt::Key_Up) : QKeySequence(Qt::ALT | Qt::Key_Down));
     connect(button, &QToolButton::clicked, this, [this, direction] {
         Guarded([&] {
-            if (!m_moveEvent)
-                return;
-            m_moveEvent(this, direction);
-            SetChanged(false);
+            if (m_moveEvent)
+                m_moveEvent(this, direction);
+            if (m_moveEvent || ForgetsWithoutMove())
+                SetChanged(false);
         });
     });
     return button;

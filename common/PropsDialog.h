@@ -26,7 +26,7 @@ public:
     void SetApplyEvent(TNotifyEvent event);
     // The dialog was closed, whatever the way.
     void SetCloseEvent(TNotifyEvent event) { m_closeEvent = std::move(event); }
-    // The user asks for the previous (dirUp) or next (dirDown) node.
+    // The user asks for the previous (dirUp) or next (dirDown) node. After that the dialog counts as unchanged.
     void SetMoveEvent(TMoveNotify event) { m_moveEvent = std::move(event); }
 
     bool GetChanged() const { return m_changed; }
@@ -47,6 +47,9 @@ protected:
     TPropsDialog(const QString& caption, QWidget* parent);
 
     void MarkChanged() { m_changed = true; }
+
+    // Whether the move buttons make the dialog count as unchanged also while there is no move event.
+    virtual bool ForgetsWithoutMove() const { return true; }
 
     QToolButton* UpButton() const { return m_up; }
     QToolButton* DownButton() const { return m_down; }

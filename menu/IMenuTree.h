@@ -20,7 +20,8 @@ public:
     ~TMenuTreeFrame() override;
 
     // Loads the menu from `path` and the links from "dplinks.xml" beside it. What is missing leaves its branch as it
-    // was; what cannot be read leaves it empty without a message.
+    // was; what cannot be read leaves it empty without a message. The last link that was read becomes the selection,
+    // which the dialogs follow only where the links are loaded by themselves.
     void LoadData(const QString& path);
     void LoadMenu(const QString& path);
     void LoadLinks(const QString& path);
@@ -118,6 +119,7 @@ private:
     void EnsureRoots();
     void SetMenuPath(const QString& path);
     void RemoveStrays();
+    void SelectLastLink();
     void ForgetProjectPaths();
     void CloseLogoDialogs();
     void ResolveStyle();

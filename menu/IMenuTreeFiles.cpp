@@ -103,8 +103,19 @@ void TMenuTreeFrame::LoadLinks(const QString& path)
     std::optional<TMenuNodes> links = ReadLinks(path);
     m_currentNode.Set(nullptr);
     ReplaceChildren(LinkRoot(), links ? std::move(*links) : TMenuNodes());
-    if (links)
-        m_files.MarkRead(path);
+    if (!links)
+        return;
+    m_files.MarkRead(path);
+    SelectLastLink();
+}
+
+// As if the links had been made one by one: each becomes the selection, and the last one stays it.
+void TMenuTreeFrame::SelectLastLink()
+{
+    if (LinkRoot()->Count() == 0)
+        return;
+    LinkRoot()->setExpanded(true);
+    SelectNode(LinkRoot()->Child(LinkRoot()->Count() - 1));
 }
 
 void TMenuTreeFrame::SaveToStream(QIODevice& stream) const

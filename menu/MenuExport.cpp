@@ -4,6 +4,7 @@
 #include "Vlapputils.h"
 #include "Vlerrors.h"
 #include "Vlfilereplacer.h"
+#include "XmlMemory.h"
 #include "XmlMessages.h"
 
 #include <QFile>
@@ -77,17 +78,27 @@ private:
     xsltSecurityPrefsPtr m_previous;
 };
 
+// Lets nothing more be done: neither an instruction nor a step of a path.
+void Stop(xsltTransformContextPtr context)
+{
+    context->state = XSLT_STATE_STOPPED;
+    context->xpathCtxt->opCount = context->xpathCtxt->opLimit;
+}
+
 // Null when the stylesheet gave up, or was stopped, on the way.
-TXmlPointer<xmlDoc> Apply(xsltStylesheetPtr style, xmlDocPtr menu, xsltSecurityPrefsPtr preferences)
+TXmlPointer<xmlDoc> Apply(xsltStylesheetPtr style, xmlDocPtr menu, xsltSecurityPrefsPtr preferences,
+                          TXmlMemoryLimit& memory)
 {
     const TXmlPointer<xsltTransformContext> context(xsltNewTransformContext(style, menu));
-    if (!context || xsltSetCtxtSecurityPrefs(preferences, context.get()) != 0)
+    if (!context || memory.IsPassed() || xsltSetCtxtSecurityPrefs(preferences, context.get()) != 0)
         return nullptr;
     context->opLimit = InstructionLimit;
     context->xpathCtxt->opLimit = PathStepLimit;
+    memory.SetStop([&context] { Stop(context.get()); });
+    const auto forgetStop = qScopeGuard([&memory] { memory.SetStop({}); });
     const char* noParameters[] = {nullptr};
     TXmlPointer<xmlDoc> result(xsltApplyStylesheetUser(style, menu, noParameters, nullptr, nullptr, context.get()));
-    if (context->state != XSLT_STATE_OK)
+    if (context->state != XSLT_STATE_OK || memory.IsPassed())
         return nullptr;
     return result;
 }
@@ -132,21 +143,30 @@ int Save(xmlDocPtr result, xsltStylesheetPtr style, const QString& outputPath)
     return code;
 }
 
-int Transform(const TMenuTransformation& transformation)
+// What one run has made; the stylesheet says how the result is written.
+struct TRun
 {
+    TXmlPointer<xsltStylesheet> Style;
+    TXmlPointer<xmlDoc> Result; // null for a failure
+    bool LackedMemory = false;
+};
+
+TRun RunStylesheet(const TMenuTransformation& transformation)
+{
+    TXmlMemoryLimit memory(transformation.MemoryLimit);
     const TDefaultPreferences preferences;
     const QByteArray stylePath = LocalPath(transformation.StylePath);
     const QByteArray menuPath = LocalPath(transformation.MenuPath);
     // Stays on in the process; readers have options of their own.
     xmlSubstituteEntitiesDefault(1);
-    const TXmlPointer<xsltStylesheet> style(
-        xsltParseStylesheetFile(reinterpret_cast<const xmlChar*>(stylePath.constData())));
+    TRun run;
+    run.Style.reset(xsltParseStylesheetFile(reinterpret_cast<const xmlChar*>(stylePath.constData())));
     TFileAccessPolicy::ExpectDocument();
     const TXmlPointer<xmlDoc> menu(xmlParseFile(menuPath.constData()));
-    if (!style || !menu)
-        return -1;
-    const TXmlPointer<xmlDoc> result = Apply(style.get(), menu.get(), preferences.Get());
-    return result ? Save(result.get(), style.get(), transformation.OutputPath) : -1;
+    if (run.Style && menu)
+        run.Result = Apply(run.Style.get(), menu.get(), preferences.Get(), memory);
+    run.LackedMemory = memory.IsPassed();
+    return run;
 }
 
 } // namespace
@@ -157,8 +177,10 @@ TTransformationOutcome TransformMenu(const TMenuTransformation& transformation)
     const TFileAccessPolicy policy(transformation.ReadableRoots, {transformation.StylePath, transformation.MenuPath});
     const auto cleanUp = qScopeGuard([] { xsltCleanupGlobals(); });
     TTransformationOutcome outcome;
-    outcome.Saved = Transform(transformation);
-    outcome.Reason = messages.First();
+    const TRun run = RunStylesheet(transformation);
+    if (run.Result)
+        outcome.Saved = Save(run.Result.get(), run.Style.get(), transformation.OutputPath);
+    outcome.Reason = run.LackedMemory ? QStringLiteral("Das Stylesheet braucht zu viel Speicher.") : messages.First();
     return outcome;
 }
 

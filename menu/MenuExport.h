@@ -3,9 +3,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
+
 // Renders a menu document to HTML through an XSLT stylesheet. The stylesheet is the project's and not trusted: it
 // reads files below `ReadableRoots` and nothing else, writes nothing, never reaches the network, and is cut off when it
-// recurses or loops without end.
+// recurses or loops without end or takes too much memory.
 
 // What one transformation reads and writes, in the platform's or the package's form.
 struct TMenuTransformation
@@ -14,6 +16,9 @@ struct TMenuTransformation
     QString MenuPath;
     QString OutputPath;        // replaced as a whole; "stdout..." is the standard output
     QStringList ReadableRoots; // directories that the stylesheet may read besides itself
+    // What the documents, the stylesheet and all it makes may take together, in bytes. A menu of 110,000 items takes a
+    // fifth of this.
+    std::size_t MemoryLimit = std::size_t{1} << 30;
 };
 
 struct TTransformationOutcome

@@ -16,9 +16,9 @@ TLinkPropsDialog::TLinkPropsDialog(QWidget* parent)
     m_alias = AddField<QLineEdit>(fields, this, "EditAlias", " Name");
     m_name = AddField<QLineEdit>(fields, this, "EditName", " Objekt");
     m_value = AddField<TVlFileDropEdit>(fields, this, "EditValue", " Obj. Wert");
-    m_dataType = AddField<QComboBox>(fields, this, "CBoxDataType", " Typ");
+    m_dataType = AddFieldBeside<QComboBox>(fields, this, "CBoxDataType", " Typ");
     m_access = AddAccessField(fields, this);
-    m_source = AddField<QComboBox>(fields, this, "CBoxDataSource", " Quelle");
+    m_source = AddFieldBeside<QComboBox>(fields, this, "CBoxDataSource", " Quelle");
     FillDataTypes(m_dataType);
     FillSources(m_source);
     DrawLabelsOnGrey(fields);

@@ -56,6 +56,10 @@ public:
 
     void SetChangePartEvent(TChangePartEvent event) { m_changePartEvent = std::move(event); }
 
+protected:
+    // The move buttons do nothing at all while nobody is there to move.
+    bool ForgetsWithoutMove() const override { return false; }
+
 private:
     void MakeFields(QFormLayout* layout);
     void ConnectFields();

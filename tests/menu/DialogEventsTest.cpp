@@ -167,10 +167,12 @@ TYPED_TEST(MenuDialogEvents, MoveByTheKeyboard)
 TYPED_TEST(MenuDialogEvents, AreNotNeeded)
 {
     this->Show();
-    this->Type();
-    this->Press("SBtnUp");
-    this->Press("SBtnDown");
-    EXPECT_TRUE(this->m_dialog.GetChanged());
+    for (const char* button : {"SBtnUp", "SBtnDown"}) {
+        this->Type();
+        ASSERT_TRUE(this->m_dialog.GetChanged());
+        this->Press(button);
+        EXPECT_FALSE(this->m_dialog.GetChanged()) << button;
+    }
     this->Press("BtnOK");
     EXPECT_FALSE(this->m_dialog.isVisible());
 }

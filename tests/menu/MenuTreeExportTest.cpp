@@ -227,6 +227,16 @@ TEST_F(MenuExportOfTree, FailsForACaptionWithAQuoteThatIsWrittenAllTheSame)
     EXPECT_TRUE(WrittenMenu().contains("title=\"die \"Uhr\"\" link"));
 }
 
+TEST_F(MenuExportOfTree, FailsForAStylesheetThatDoublesATextForEver)
+{
+    WriteStylesheet("<xsl:stylesheet version=\"1.0\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
+                    "<xsl:template match=\"/\" name=\"again\"><xsl:param name=\"s\" select=\"'0123456789'\"/>"
+                    "<xsl:call-template name=\"again\"><xsl:with-param name=\"s\" select=\"concat($s, $s)\"/>"
+                    "</xsl:call-template></xsl:template></xsl:stylesheet>");
+    ExpectFailure();
+    EXPECT_TRUE(m_messages.Notes.contains(QStringLiteral("Das Stylesheet braucht zu viel Speicher.")));
+}
+
 TEST_F(MenuExportOfTree, FailsForAnOutputThatCannotBeWritten)
 {
     WriteStylesheet(Stylesheet());

@@ -54,6 +54,55 @@ TEST_F(MenuFilesOfTree, AreBroughtBackByAReload)
     EXPECT_FALSE(m_frame->IsModified());
 }
 
+TEST_F(MenuFilesOfTree, LeaveTheirLastLinkSelectedInItsOpenBranch)
+{
+    EXPECT_EQ(Selected(), "vTag");
+    Links()->setExpanded(false);
+    Select("Wetter");
+    Reload();
+    EXPECT_EQ(Selected(), "vTag");
+    EXPECT_EQ(m_frame->SelectedNodes().size(), 1);
+    EXPECT_TRUE(Links()->isExpanded());
+    EXPECT_FALSE(m_frame->IsModified());
+
+    TMenuTreeFrame hidden;
+    hidden.LoadLinks(Path("_menu/dplinks.xml"));
+    EXPECT_EQ(hidden.SelectedNode(), hidden.LinkRoot()->Child(2));
+    EXPECT_TRUE(hidden.LinkRoot()->isExpanded());
+}
+
+TEST_F(MenuFilesOfTree, SelectNothingOfTheMenuNorWhereThereIsNoLink)
+{
+    TMenuTreeFrame frame;
+    frame.LoadMenu(Path("_menu/menu.xml"));
+    EXPECT_EQ(frame.SelectedNode(), nullptr);
+    for (const char* links : {"<links/>", "<links><link name=\"a"}) {
+        WriteLinks(links);
+        frame.LoadLinks(Path("_menu/dplinks.xml"));
+        EXPECT_EQ(frame.SelectedNode(), nullptr) << links;
+    }
+}
+
+// What the selection shows is the business of the user's own steps.
+TEST_F(MenuFilesOfTree, LeaveTheDialogsAloneWhenAllIsLoaded)
+{
+    ShowProperties("Außen");
+    const std::string shown = ShownLink();
+    Reload();
+    EXPECT_EQ(Selected(), "vTag");
+    EXPECT_EQ(ShownLink(), shown);
+    Type("EditAlias", "anders");
+    Press("BtnApply");
+    EXPECT_EQ(Record("vTag"), "vTag|vTag|| access=4 kind=4 type=0 source=2");
+}
+
+TEST_F(MenuFilesOfTree, ShowTheLastLinkInTheDialogWhenTheLinksAreLoadedAlone)
+{
+    ShowProperties("Außen");
+    m_frame->LoadLinks(m_frame->GetLinksPath());
+    EXPECT_EQ(ShownLink(), "vTag||vTag| source=2 type=0 access=4");
+}
+
 TEST_F(MenuFilesOfTree, ThatAreMissingLeaveTheirItems)
 {
     Remove("_menu/menu.xml");

@@ -176,10 +176,11 @@ TEST_F(ScheduleDialogEvents, BeginUnchangedWhenDisplayedAndExecuted)
 TEST_F(ScheduleDialogEvents, DoNothingWhenNoneIsSet)
 {
     Show();
-    m_dialog.SetChanged(true);
-    Press("SBtnUp");
-    Press("SBtnDown");
-    EXPECT_TRUE(m_dialog.GetChanged());
+    for (const char* button : {"SBtnUp", "SBtnDown"}) {
+        m_dialog.SetChanged(true);
+        Press(button);
+        EXPECT_FALSE(m_dialog.GetChanged()) << button;
+    }
     Press("BtnOK");
     EXPECT_FALSE(m_dialog.isVisible());
 }
