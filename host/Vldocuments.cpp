@@ -7,7 +7,7 @@
 namespace
 {
 
-TDocumentListener& Current()
+TDocumentListener& CurrentListener()
 {
     static TDocumentListener listener;
     return listener;
@@ -17,13 +17,13 @@ TDocumentListener& Current()
 
 TDocumentListener SetDocumentListener(TDocumentListener listener)
 {
-    return std::exchange(Current(), std::move(listener));
+    return std::exchange(CurrentListener(), std::move(listener));
 }
 
 void ReportDocument(const QObject* source, const QString& path)
 {
     Guarded([&] {
-        if (Current())
-            Current()(source, path);
+        if (CurrentListener())
+            CurrentListener()(source, path);
     });
 }

@@ -37,7 +37,7 @@ TMessageBoxes& Boxes()
     return boxes;
 }
 
-IMessageHandler*& Current()
+IMessageHandler*& CurrentHandler()
 {
     static IMessageHandler* current = &Boxes();
     return current;
@@ -49,31 +49,31 @@ IMessageHandler::~IMessageHandler() = default;
 
 IMessageHandler* SetMessageHandler(IMessageHandler* handler)
 {
-    IMessageHandler* previous = std::exchange(Current(), handler ? handler : &Boxes());
+    IMessageHandler* previous = std::exchange(CurrentHandler(), handler ? handler : &Boxes());
     return previous == &Boxes() ? nullptr : previous;
 }
 
 void ShowInformation(const QString& text)
 {
-    Current()->ShowInformation(text);
+    CurrentHandler()->ShowInformation(text);
 }
 
 void ShowError(const QString& text)
 {
-    Current()->ShowError(text);
+    CurrentHandler()->ShowError(text);
 }
 
 bool Confirm(const QString& text)
 {
-    return Current()->Confirm(text);
+    return CurrentHandler()->Confirm(text);
 }
 
 void Note(const QObject* source, const QString& text)
 {
-    Current()->Note(source, text);
+    CurrentHandler()->Note(source, text);
 }
 
 bool IsInteractive()
 {
-    return Current()->IsInteractive();
+    return CurrentHandler()->IsInteractive();
 }

@@ -13,7 +13,7 @@
 namespace
 {
 
-const auto ClassName = QStringLiteral("TMenuTreeFrame");
+const auto MenuTreeClass = QStringLiteral("TMenuTreeFrame");
 const auto DefaultFile = QStringLiteral("%PRJPATH%\\_menu\\menu.xml");
 constexpr int DefaultLevels = 2;
 
@@ -60,7 +60,7 @@ TMenuNodes ReadCaptions(const QString& path)
 TMenuTreeFrame::TMenuTreeFrame(QWidget* parent)
     : TCmdTreeFrame(parent), m_fileTemplate(DefaultFile), m_menuPath(ExpandPath(DefaultFile)), m_files(this)
 {
-    setObjectName(ClassName);
+    setObjectName(MenuTreeClass);
     setAccessibleName(QStringLiteral("Menu"));
     setExpandsOnDoubleClick(false);
     setSelectionMode(SingleSelection);
@@ -187,10 +187,11 @@ void TMenuTreeFrame::ReloadForProject()
 
 void InitializeMenuUnit()
 {
-    RegisterEditor(ClassName, ProgIdMenuTree, [](QWidget* parent) -> QWidget* { return new TMenuTreeFrame(parent); });
+    RegisterEditor(MenuTreeClass, ProgIdMenuTree,
+                   [](QWidget* parent) -> QWidget* { return new TMenuTreeFrame(parent); });
 }
 
 void FinalizeMenuUnit()
 {
-    UnregisterComponent(ClassName);
+    UnregisterComponent(MenuTreeClass);
 }

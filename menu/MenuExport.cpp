@@ -108,7 +108,7 @@ int AppendTo(void* device, const char* text, int length)
     return static_cast<int>(static_cast<QIODevice*>(device)->write(text, length));
 }
 
-int KeepOpen(void*)
+int KeepDeviceOpen(void*)
 {
     return 0;
 }
@@ -122,7 +122,7 @@ int Serialize(xmlDocPtr result, xsltStylesheetPtr style, QIODevice& device)
         encoding ? xmlFindCharEncodingHandler(reinterpret_cast<const char*>(encoding)) : nullptr;
     if (encoder && qstricmp(encoder->name, "UTF-8") == 0)
         encoder = nullptr;
-    xmlOutputBufferPtr buffer = xmlOutputBufferCreateIO(AppendTo, KeepOpen, &device, encoder);
+    xmlOutputBufferPtr buffer = xmlOutputBufferCreateIO(AppendTo, KeepDeviceOpen, &device, encoder);
     const int saved = xsltSaveResultTo(buffer, result, style);
     const int closed = xmlOutputBufferClose(buffer);
     return saved < 0 ? saved : closed;

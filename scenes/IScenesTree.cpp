@@ -14,7 +14,7 @@
 namespace
 {
 
-const auto ClassName = QStringLiteral("TConfigTreeFrame");
+const auto ConfigTreeClass = QStringLiteral("TConfigTreeFrame");
 const auto DefaultScenesPath = QStringLiteral("%PRJPATH%\\_config\\data\\scenes\\scenes.xml");
 const auto DefaultScenesMod = QStringLiteral("SCENE");
 
@@ -32,7 +32,7 @@ QString CountsText(const TSceneCounts& counts)
 TConfigTreeFrame::TConfigTreeFrame(QWidget* parent)
     : TCmdTreeFrame(parent), m_scenesPath(DefaultScenesPath), m_scenesMod(DefaultScenesMod), m_files(this)
 {
-    setObjectName(ClassName);
+    setObjectName(ConfigTreeClass);
     setAccessibleName(RcText(_RSTR_SCENES));
     setExpandsOnDoubleClick(false);
     InitializeMenu({});
@@ -161,11 +161,11 @@ void TConfigTreeFrame::LoadScenesIfPresent(const QString& fileName)
 void InitializeScenesUnit()
 {
     ResetSceneIds();
-    RegisterEditor(ClassName, ProgIdConfigTree,
+    RegisterEditor(ConfigTreeClass, ProgIdConfigTree,
                    [](QWidget* parent) -> QWidget* { return new TConfigTreeFrame(parent); });
 }
 
 void FinalizeScenesUnit()
 {
-    UnregisterComponent(ClassName);
+    UnregisterComponent(ConfigTreeClass);
 }

@@ -12,7 +12,7 @@
 namespace
 {
 
-const auto ClassName = QStringLiteral("TScheduleTreeFrame");
+const auto ScheduleTreeClass = QStringLiteral("TScheduleTreeFrame");
 
 QString CountsText(const TScheduleCounts& counts)
 {
@@ -38,7 +38,7 @@ std::unique_ptr<TScheduleNode> ReadCaptions(const QString& fileName)
 
 TScheduleTreeFrame::TScheduleTreeFrame(QWidget* parent) : TCmdTreeFrame(parent), m_files(this)
 {
-    setObjectName(ClassName);
+    setObjectName(ScheduleTreeClass);
     setAccessibleName(RcText(_RSTR_SCHEDULES));
     setExpandsOnDoubleClick(false);
     SetHotTracking(true);
@@ -150,11 +150,11 @@ void TScheduleTreeFrame::ReloadForProject()
 
 void InitializeScheduleUnit()
 {
-    RegisterEditor(ClassName, ProgIdScheduleTree,
+    RegisterEditor(ScheduleTreeClass, ProgIdScheduleTree,
                    [](QWidget* parent) -> QWidget* { return new TScheduleTreeFrame(parent); });
 }
 
 void FinalizeScheduleUnit()
 {
-    UnregisterComponent(ClassName);
+    UnregisterComponent(ScheduleTreeClass);
 }

@@ -15,7 +15,7 @@ readonly TEST_PACKAGES=(
     libgtest-dev libgmock-dev
     clang clang-format clang-tidy libclang-rt-14-dev llvm
     xdotool openbox x11-utils libxcb-cursor0
-    chromium chromium-driver python3-selenium python3-lxml
+    chromium chromium-driver python3 python3-selenium python3-lxml
     git
 )
 readonly BENCH_PACKAGES=(libbenchmark-dev xsltproc)

@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr auto Command = "datapoints://%PRJPATH%/_config/data/datapoints";
-
 // Two groups of one level: Licht with Decke and Wand, Heizung with Decke and Boden.
 class BrowserFilter : public ::testing::Test
 {
@@ -18,7 +16,7 @@ protected:
     BrowserFilter()
     {
         bool handled = false;
-        m_browser.ExecuteCmd(Command, handled);
+        m_browser.ExecuteCmd(BrowserCommand, handled);
         m_browser.Store().Import(QStringLiteral("haus.esf"),
                                  "Licht.1/1/1\tDecke Licht\tUnbekannt\tLow\t\n"
                                  "Licht.1/1/2\tWand Licht\tUnbekannt\tLow\t\n"

@@ -18,8 +18,6 @@
 namespace
 {
 
-constexpr auto Command = "datapoints://%PRJPATH%/_config/data/datapoints";
-
 // A shown browser that has the keyboard. What is pressed goes to whatever has it at that time.
 class BrowserKeyboard : public ::testing::Test
 {
@@ -27,7 +25,7 @@ protected:
     BrowserKeyboard()
     {
         bool handled = false;
-        m_browser.ExecuteCmd(Command, handled);
+        m_browser.ExecuteCmd(BrowserCommand, handled);
         m_browser.resize(600, 400);
         m_browser.show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&m_browser));

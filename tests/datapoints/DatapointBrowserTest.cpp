@@ -1,4 +1,4 @@
-#include "TestSupport.h"
+#include "StoreFixture.h"
 #include "Vldragobjects.h"
 #include "DatapointBrowser.h"
 #include "DatapointModel.h"
@@ -22,13 +22,11 @@
 namespace
 {
 
-constexpr auto Command = "datapoints://%PRJPATH%/_config/data/datapoints";
-
-const QByteArray Export = "Haus\r\n"
-                          "Licht.EG.1/1/1\tDecke K\xFC"
-                          "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
-                          "Licht.OG.1/2/1\tDecke Bad\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
-                          "Heizung.EG.2/1/1\tSollwert\tUnbestimmt (2 Byte)\tLow\t\r\n";
+const QByteArray HouseExport = "Haus\r\n"
+                               "Licht.EG.1/1/1\tDecke K\xFC"
+                               "che\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
+                               "Licht.OG.1/2/1\tDecke Bad\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n"
+                               "Heizung.EG.2/1/1\tSollwert\tUnbestimmt (2 Byte)\tLow\t\r\n";
 
 class DatapointBrowser : public ::testing::Test
 {
@@ -36,9 +34,9 @@ protected:
     DatapointBrowser()
     {
         QDir(m_project.Root()).mkpath(QStringLiteral("_config/data/datapoints/eib"));
-        m_project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"), Export);
+        m_project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"), HouseExport);
         bool handled = false;
-        m_browser.ExecuteCmd(Command, handled);
+        m_browser.ExecuteCmd(BrowserCommand, handled);
         EXPECT_TRUE(handled);
     }
 
@@ -190,7 +188,7 @@ TEST_F(DatapointBrowser, HasNoMessagesToShowWhereThereAreNone)
 TEST_F(DatapointBrowser, ReportsUnreadableLinesWithFileLineAndReason)
 {
     m_project.Write(QStringLiteral("_config/data/datapoints/eib/haus.esf"),
-                    Export + "Licht.EG.99/1/1\tFalsch\t\tLow\t\r\n");
+                    HouseExport + "Licht.EG.99/1/1\tFalsch\t\tLow\t\r\n");
     m_browser.MenuAction_Reload();
     EXPECT_EQ(m_messages.Notes.filter(QStringLiteral("haus.esf, Zeile 5")).size(), 1);
     EXPECT_EQ(Model().ShownDatapoints(), 3);
@@ -199,7 +197,7 @@ TEST_F(DatapointBrowser, ReportsUnreadableLinesWithFileLineAndReason)
 TEST_F(DatapointBrowser, ImportsAfterAPreview)
 {
     const QString path = m_project.Path(QStringLiteral("neu.esf"));
-    WriteAll(path, Export + "Licht.EG.1/1/9\tNeue Lampe\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n");
+    WriteAll(path, HouseExport + "Licht.EG.1/1/9\tNeue Lampe\tEIS 1 'Schalten' (1 Bit)\tLow\t\r\n");
     TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, [&dialog] {
         auto* replaced = dialog.findChild<QComboBox*>(QStringLiteral("CBoxReplaced"));
@@ -219,12 +217,12 @@ TEST_F(DatapointBrowser, ImportsAfterAPreview)
 TEST_F(DatapointBrowser, ChangesNothingWhenAnImportIsGivenUp)
 {
     const QString path = m_project.Path(QStringLiteral("neu.esf"));
-    WriteAll(path, Export);
+    WriteAll(path, HouseExport);
     TImportDialog dialog(m_browser.Store(), path, nullptr);
     QTimer::singleShot(0, &dialog, &QDialog::reject);
     EXPECT_FALSE(dialog.Execute());
     EXPECT_FALSE(m_project.Exists(QStringLiteral("_config/data/datapoints/eib/neu.esf")));
-    EXPECT_EQ(ReadAll(m_project.Path(QStringLiteral("_config/data/datapoints/eib/haus.esf"))), Export);
+    EXPECT_EQ(ReadAll(m_project.Path(QStringLiteral("_config/data/datapoints/eib/haus.esf"))), HouseExport);
 }
 
 TEST_F(DatapointBrowser, ShowsUmlautsInTheChosenEncodingBeforeTheImport)

@@ -23,7 +23,6 @@
 namespace
 {
 
-constexpr auto Command = "datapoints://%PRJPATH%/_config/data/datapoints";
 constexpr int Many = 5000;
 
 // "2/0/0" and on.
@@ -47,7 +46,7 @@ protected:
         QDir(m_project.Root()).mkpath(m_folder);
         m_project.Write(m_folder + QStringLiteral("/haus.esf"), EsfLine("1/1/1", "Eins") + EsfLine("1/1/2", "Zwei"));
         bool handled = false;
-        m_browser.ExecuteCmd(Command, handled);
+        m_browser.ExecuteCmd(BrowserCommand, handled);
     }
 
     QString Source(const QString& name, const QByteArray& content) const

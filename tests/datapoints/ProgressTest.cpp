@@ -9,13 +9,13 @@
 namespace
 {
 
-constexpr int Many = 5000;
+constexpr int ManyRows = 5000;
 
 // Addresses 1/0/0 and on, in each of the formats for group addresses.
 QByteArray Table(const QString& head, const QString& row, const QString& foot = {})
 {
     QString text = head;
-    for (int i = 0; i < Many; ++i) {
+    for (int i = 0; i < ManyRows; ++i) {
         const int value = 2048 + i;
         text += row.arg(QString::number(value >> 11), QString::number(value >> 8 & 7), QString::number(value & 255));
     }
@@ -44,7 +44,7 @@ TEST(ImportProgress, GrowsFromZeroToOne)
             shares.append(done);
             return true;
         };
-        EXPECT_EQ(ReadDatapoints(dkEib, content, options).Datapoints.size(), Many);
+        EXPECT_EQ(ReadDatapoints(dkEib, content, options).Datapoints.size(), ManyRows);
         ASSERT_GT(shares.size(), 5);
         EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
         EXPECT_GE(shares.first(), 0.0);

@@ -7,6 +7,9 @@
 #include <QMap>
 #include <gtest/gtest.h>
 
+// Opens a browser on the project's directory of datapoints.
+inline constexpr auto BrowserCommand = "datapoints://%PRJPATH%/_config/data/datapoints";
+
 // The project's directory of datapoints, and a store of one kind on it.
 class TStoreFixture : public ::testing::Test
 {

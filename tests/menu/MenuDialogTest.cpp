@@ -19,7 +19,7 @@ protected:
     }
 };
 
-constexpr auto EditFields = {"EditName", "EditTitle", "EditLink", "EditHelp"};
+constexpr auto MenuEditFields = {"EditName", "EditTitle", "EditLink", "EditHelp"};
 
 } // namespace
 
@@ -59,7 +59,7 @@ TEST_F(MenuDialog, GoesThroughItsFieldsInOrderWithTab)
 
 TEST_F(MenuDialog, BeginsEmpty)
 {
-    for (const char* field : EditFields)
+    for (const char* field : MenuEditFields)
         EXPECT_EQ(TextOf(field), "") << field;
     EXPECT_EQ(ShownAndHeld(), "0/0");
     EXPECT_FALSE(m_dialog.GetLinkFixed());
@@ -88,7 +88,7 @@ TEST_F(MenuDialog, GivesBackWhatItWasGiven)
 TEST_F(MenuDialog, GivesBackWhatWasTyped)
 {
     Show();
-    for (const char* field : EditFields)
+    for (const char* field : MenuEditFields)
         QTest::keyClicks(Edit(field), QString::fromLatin1(field));
     TypeAccess("7");
     EXPECT_EQ(m_dialog.GetMenuName(), QStringLiteral("EditName"));
@@ -175,7 +175,7 @@ TEST_F(MenuDialog, TakesNoTypedAccessBeyondTheRange)
 TEST_F(MenuDialog, IsChangedByTypingInEachField)
 {
     Show();
-    for (const char* field : EditFields)
+    for (const char* field : MenuEditFields)
         EXPECT_TRUE(Changes([&] { QTest::keyClicks(Edit(field), QStringLiteral("x")); })) << field;
     EXPECT_TRUE(Changes([this] { TypeAccess("7"); }));
     EXPECT_TRUE(Changes([this] { QTest::keyClick(Access(), Qt::Key_Up); }));
@@ -263,7 +263,7 @@ TEST_F(MenuDialog, TakesNothingThatItsValidationRefuses)
 TEST_F(MenuDialog, TakesNoDatapoint)
 {
     Show();
-    for (const char* field : EditFields)
+    for (const char* field : MenuEditFields)
         EXPECT_FALSE(Drop(field, *Datapoint("1/2/3", "Licht", "5"))) << field;
     EXPECT_FALSE(m_dialog.GetChanged());
 }

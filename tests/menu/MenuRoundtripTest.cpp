@@ -7,8 +7,8 @@
 namespace
 {
 
-const auto MenuKind = QStringLiteral("roundtrip/menu");
-const auto LinksKind = QStringLiteral("roundtrip/links");
+const auto MenuRoundtrips = QStringLiteral("roundtrip/menu");
+const auto LinkRoundtrips = QStringLiteral("roundtrip/links");
 
 QByteArray Sample(const char* name)
 {
@@ -49,7 +49,7 @@ class LinkRoundtrip : public testing::TestWithParam<QString>
 
 TEST_P(MenuRoundtrip, GivesTheSameBytes)
 {
-    const QByteArray before = MenuCase(MenuKind, GetParam());
+    const QByteArray before = MenuCase(MenuRoundtrips, GetParam());
     ASSERT_FALSE(before.isEmpty());
     EXPECT_EQ(Rewritten(before), before);
 }
@@ -57,7 +57,7 @@ TEST_P(MenuRoundtrip, GivesTheSameBytes)
 TEST_P(MenuRoundtrip, GivesTheSameTree)
 {
     const TMenuFile file;
-    auto content = file.Menu(MenuCase(MenuKind, GetParam()));
+    auto content = file.Menu(MenuCase(MenuRoundtrips, GetParam()));
     ASSERT_TRUE(content);
     const auto root = WithItems(std::move(content->Items));
     auto again = file.Menu(WrittenMenu(root.get()));
@@ -65,12 +65,12 @@ TEST_P(MenuRoundtrip, GivesTheSameTree)
     EXPECT_EQ(Records(WithItems(std::move(again->Items)).get()), Records(root.get()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, MenuRoundtrip, testing::ValuesIn(MenuCases(MenuKind)),
+INSTANTIATE_TEST_SUITE_P(Cases, MenuRoundtrip, testing::ValuesIn(MenuCases(MenuRoundtrips)),
                          [](const auto& test) { return test.param.toStdString(); });
 
 TEST_P(LinkRoundtrip, GivesTheSameBytes)
 {
-    const QByteArray before = MenuCase(LinksKind, GetParam());
+    const QByteArray before = MenuCase(LinkRoundtrips, GetParam());
     ASSERT_FALSE(before.isEmpty());
     EXPECT_EQ(RewrittenLinks(before), before);
 }
@@ -78,7 +78,7 @@ TEST_P(LinkRoundtrip, GivesTheSameBytes)
 TEST_P(LinkRoundtrip, GivesTheSameTree)
 {
     const TMenuFile file;
-    auto links = file.Links(MenuCase(LinksKind, GetParam()));
+    auto links = file.Links(MenuCase(LinkRoundtrips, GetParam()));
     ASSERT_TRUE(links);
     const auto root = WithLinks(std::move(*links));
     auto again = file.Links(WrittenLinks(root.get()));
@@ -86,13 +86,13 @@ TEST_P(LinkRoundtrip, GivesTheSameTree)
     EXPECT_EQ(Records(WithLinks(std::move(*again)).get()), Records(root.get()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, LinkRoundtrip, testing::ValuesIn(MenuCases(LinksKind)),
+INSTANTIATE_TEST_SUITE_P(Cases, LinkRoundtrip, testing::ValuesIn(MenuCases(LinkRoundtrips)),
                          [](const auto& test) { return test.param.toStdString(); });
 
 TEST(MenuRoundtripCases, AreThere)
 {
-    EXPECT_EQ(MenuCases(MenuKind).size(), 9);
-    EXPECT_EQ(MenuCases(LinksKind).size(), 8);
+    EXPECT_EQ(MenuCases(MenuRoundtrips).size(), 9);
+    EXPECT_EQ(MenuCases(LinkRoundtrips).size(), 8);
 }
 
 TEST(SampleMenu, GivesTheSameBytes)

@@ -16,6 +16,10 @@ class QAction;
 class QLineEdit;
 class QMenu;
 
+// What a fresh TMenuTree shows, by its Outline().
+inline constexpr auto WholeOutline = "Menu\n  Start\n    Wetter\n    Uhr\n  Licht\n    Flur\n  Alarme\n"
+                                     "Sensitive Links\n  Außen\n  Tür\n  vTag";
+
 // A shown frame with a small menu and its sensitive links loaded from an open project, and what a user does with them.
 // Nodes are named by their captions:
 //

@@ -10,8 +10,6 @@
 namespace
 {
 
-constexpr auto Whole = "Menu\n  Start\n    Wetter\n    Uhr\n  Licht\n    Flur\n  Alarme\n"
-                       "Sensitive Links\n  Außen\n  Tür\n  vTag";
 constexpr auto LoadCommand = R"(Velmora.MenuTree.1://?file=%PRJPATH%\_menu\menu.xml)";
 
 // A frame that was not commanded yet, and a project with a menu.
@@ -71,7 +69,7 @@ TEST_F(MenuCommands, AnswerQueriesAndRequestsTheSameForEveryText)
 TEST_F(MenuCommands, LoadTheMenuAndTheLinksBesideIt)
 {
     Command(LoadCommand);
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(Path(), PackagePath("_menu/menu.xml"));
     EXPECT_EQ(m_frame->GetLinksPath().toStdString(), PackagePath("_menu/dplinks.xml"));
     EXPECT_EQ(m_frame->GetLogo(), QStringLiteral("/images/logo.png"));
@@ -82,7 +80,7 @@ TEST_F(MenuCommands, LoadTheMenuAndTheLinksBesideIt)
 TEST_F(MenuCommands, TakeKeysWithoutRegardToCaseBothSeparatorsAndAnyPathPart)
 {
     Command("any://thing/at/all?FILE=$(Project)/_menu/menu.xml&Level=5");
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(Path(), PackagePath("_menu/menu.xml"));
     EXPECT_EQ(m_frame->GetLevels(), 5);
 }
@@ -90,7 +88,7 @@ TEST_F(MenuCommands, TakeKeysWithoutRegardToCaseBothSeparatorsAndAnyPathPart)
 TEST_F(MenuCommands, WithoutAVariableLoadOnceAndFollowNoProject)
 {
     Command("x://?file=" + m_project.Path(QStringLiteral("_menu/menu.xml")).toUtf8());
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     m_frame->RemoveBranches({Node("Start")});
     OpenAgain();
     EXPECT_EQ(Below(Menu()), "Licht|Alarme");
@@ -103,7 +101,7 @@ TEST_F(MenuCommands, FollowTheProjectFromTheFirstOneWithAVariable)
     Command(LoadCommand);
     m_frame->RemoveBranches({Node("Start")});
     OpenAgain();
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
 }
 
 // An export without this would go on into the project that was open first.
@@ -112,7 +110,7 @@ TEST_F(MenuCommands, FollowTheProjectAlsoWithoutAFile)
     Command("x://?level=3&alarm=$(project)");
     EXPECT_EQ(m_frame->TopNode(), nullptr);
     OpenAgain();
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
 }
 
 TEST_F(MenuCommands, LoadOnceForAProjectChangeHoweverOftenTheyAreGiven)
@@ -127,7 +125,7 @@ TEST_F(MenuCommands, LoadOnceForAProjectChangeHoweverOftenTheyAreGiven)
 TEST_F(MenuCommands, TakeTheFirstOfTwoKeysTwice)
 {
     Command(QByteArray(LoadCommand) + "&file=C:\\none.xml&level=3&level=4");
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(m_messages.Notes.size(), 2);
     EXPECT_EQ(m_frame->GetLevels(), 3);
 }
@@ -136,7 +134,7 @@ TEST_F(MenuCommands, WithoutAFileKeepTheTreeAndResolveThePathAnew)
 {
     Command(LoadCommand);
     Command("x://?level=3");
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(Path(), PackagePath("_menu/menu.xml"));
     EXPECT_EQ(m_messages.Notes.size(), 1);
 }

@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr auto Captions = "Start;Wetter;Uhr;Licht;Flur;Alarme;";
+constexpr auto LinkCaptions = "Start;Wetter;Uhr;Licht;Flur;Alarme;";
 const auto Failed = QStringLiteral("Error (-1): Transformation failed.");
 
 class MenuExportOfTree : public TMenuTree
@@ -55,7 +55,7 @@ TEST_F(MenuExportOfTree, FirstOneMakesTheDirectoryWithTheTemplates)
     EXPECT_EQ(m_project.Read(QStringLiteral("_menu/menu.css")), "/* style */");
     EXPECT_EQ(WrittenMenu(), MenuDocument()) << "with an empty reference to a stylesheet";
     EXPECT_EQ(WrittenLinks(), LinksDocument());
-    EXPECT_EQ(Html(), Captions);
+    EXPECT_EQ(Html(), LinkCaptions);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
@@ -65,7 +65,7 @@ TEST_F(MenuExportOfTree, SecondOneNamesTheStylesheetOfTheFirst)
     Export();
     Export();
     EXPECT_EQ(WrittenMenu(), DocumentWithStyle("_menu/menu.xsl"));
-    EXPECT_EQ(Html(), Captions);
+    EXPECT_EQ(Html(), LinkCaptions);
     Reload();
     Export();
     EXPECT_EQ(WrittenMenu(), DocumentWithStyle("_menu/menu.xsl")) << "the defaults stay until the next command";
@@ -96,7 +96,7 @@ TEST_F(MenuExportOfTree, LeavesTheFilesOfADirectoryThatExists)
     EXPECT_EQ(m_project.Read(QStringLiteral("_menu/menu.xsl")), Stylesheet("eigenes:"));
     EXPECT_EQ(m_project.Read(QStringLiteral("_menu/menu.js")), "mine");
     EXPECT_EQ(MenuFiles(), "dplinks.xml|menu.html|menu.js|menu.xml|menu.xsl");
-    EXPECT_EQ(Html(), QByteArray("eigenes:") + Captions);
+    EXPECT_EQ(Html(), QByteArray("eigenes:") + LinkCaptions);
 }
 
 TEST_F(MenuExportOfTree, PassesMissingTemplatesOver)
@@ -135,7 +135,7 @@ TEST_F(MenuExportOfTree, GoesWhereTheKeysSay)
     m_project.Write(QStringLiteral("own.xsl"), Stylesheet("eigenes:"));
     Execute(*m_frame, "x://?style=$(project)/own.xsl&out=$(project)/index.html");
     Export();
-    EXPECT_EQ(m_project.Read(QStringLiteral("index.html")), QByteArray("eigenes:") + Captions);
+    EXPECT_EQ(m_project.Read(QStringLiteral("index.html")), QByteArray("eigenes:") + LinkCaptions);
     EXPECT_EQ(MenuFiles(), "dplinks.xml|menu.xml");
     EXPECT_EQ(WrittenMenu(), DocumentWithStyle("own.xsl"));
 }
@@ -145,7 +145,7 @@ TEST_F(MenuExportOfTree, TakesTheDefaultForAStylesheetThatDoesNotExist)
     WriteStylesheet(Stylesheet("eigenes:"));
     Execute(*m_frame, "x://?style=$(project)/none.xsl");
     Export();
-    EXPECT_EQ(Html(), QByteArray("eigenes:") + Captions);
+    EXPECT_EQ(Html(), QByteArray("eigenes:") + LinkCaptions);
 }
 
 TEST_F(MenuExportOfTree, NeverTakesTheMenuForItsStylesheetOrItsOutput)
@@ -153,7 +153,7 @@ TEST_F(MenuExportOfTree, NeverTakesTheMenuForItsStylesheetOrItsOutput)
     WriteStylesheet(Stylesheet());
     Execute(*m_frame, "x://?style=$(project)/_menu/menu.xml&out=%PRJPATH%\\_menu\\menu.xml");
     Export();
-    EXPECT_EQ(Html(), Captions);
+    EXPECT_EQ(Html(), LinkCaptions);
     EXPECT_EQ(m_frame->GetOutputPath().toStdString(), PackagePath("_menu/menu.html"));
     EXPECT_EQ(m_frame->GetStylePath().toStdString(), PackagePath("_menu/menu.xsl"));
     EXPECT_TRUE(WrittenMenu().contains("<menuitem id=\"mi0\""));
@@ -169,7 +169,7 @@ TEST_F(MenuExportOfTree, GoesToTheStandardOutputByItsName)
     testing::internal::CaptureStdout();
     Export();
     const std::string output = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(output, Captions);
+    EXPECT_EQ(output, LinkCaptions);
     EXPECT_EQ(ReadAll(QStringLiteral("StdOut.html")), "unberührt");
     EXPECT_FALSE(m_project.Exists(QStringLiteral("_menu/menu.html")));
     ASSERT_TRUE(QDir::setCurrent(before));
@@ -180,9 +180,9 @@ TEST_F(MenuExportOfTree, WritesTheLinksAfterTheTransformation)
     WriteStylesheet(Stylesheet("<xsl:value-of select=\"document('dplinks.xml')//link[2]/@value\"/>:"));
     Item("Tür").Link = QStringLiteral("neu");
     Export();
-    EXPECT_EQ(Html(), QByteArray("0:") + Captions) << "the links as they were before";
+    EXPECT_EQ(Html(), QByteArray("0:") + LinkCaptions) << "the links as they were before";
     Export();
-    EXPECT_EQ(Html(), QByteArray("neu:") + Captions);
+    EXPECT_EQ(Html(), QByteArray("neu:") + LinkCaptions);
 }
 
 TEST_F(MenuExportOfTree, WritesLinksBesideTheMenuWhereThereWereNone)

@@ -11,9 +11,6 @@
 namespace
 {
 
-constexpr auto Whole = "Menu\n  Start\n    Wetter\n    Uhr\n  Licht\n    Flur\n  Alarme\n"
-                       "Sensitive Links\n  Außen\n  Tür\n  vTag";
-
 class MenuFilesOfTree : public TMenuTree
 {
 protected:
@@ -25,7 +22,7 @@ protected:
 
 TEST_F(MenuFilesOfTree, AreLoadedBelowTheTwoRootsInTheirOrder)
 {
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(m_frame->topLevelItem(0), Menu());
     EXPECT_EQ(m_frame->topLevelItem(1), Links());
     EXPECT_EQ(Record("Start"), "Start|Startseite|/index.html|/hilfe/start.html access=0 kind=0 type=0 source=0");
@@ -50,7 +47,7 @@ TEST_F(MenuFilesOfTree, AreBroughtBackByAReload)
     m_frame->RemoveBranches({Node("Tür")});
     ASSERT_TRUE(m_frame->IsModified());
     Reload();
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_FALSE(m_frame->IsModified());
 }
 
@@ -108,7 +105,7 @@ TEST_F(MenuFilesOfTree, ThatAreMissingLeaveTheirItems)
     Remove("_menu/menu.xml");
     Remove("_menu/dplinks.xml");
     Reload();
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     EXPECT_EQ(m_frame->GetLinksPath().toStdString(), PackagePath("_menu/dplinks.xml"));
     EXPECT_TRUE(m_messages.Errors.isEmpty());
 }
@@ -130,7 +127,7 @@ TEST_F(MenuFilesOfTree, ThatAreMissingAreRememberedWhereTheirDirectoryExists)
     QDir(m_project.Root()).mkpath(QStringLiteral("other"));
     m_frame->LoadData(Path("other/menu.xml"));
     EXPECT_EQ(m_frame->GetMenuPath(), Path("other/menu.xml"));
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
     m_frame->LoadData(Path("none/menu.xml"));
     EXPECT_EQ(m_frame->GetMenuPath(), Path("other/menu.xml"));
     EXPECT_EQ(m_frame->GetLinksPath().toStdString(), PackagePath("_menu/dplinks.xml"));
@@ -142,7 +139,7 @@ TEST_F(MenuFilesOfTree, AreReadOneByOne)
     frame.LoadLinks(Path("_menu/dplinks.xml"));
     EXPECT_EQ(OutlineOf(frame), "Menu\nSensitive Links\n  Außen\n  Tür\n  vTag");
     frame.LoadMenu(Path("_menu/menu.xml"));
-    EXPECT_EQ(OutlineOf(frame), Whole);
+    EXPECT_EQ(OutlineOf(frame), WholeOutline);
     TMenuTreeFrame empty;
     empty.LoadMenu(Path("_menu/none.xml"));
     EXPECT_EQ(OutlineOf(empty), "Menu\nSensitive Links");
@@ -159,7 +156,7 @@ TEST_F(MenuFilesOfTree, ThatCannotBeReadLeaveTheirBranchEmptyWithoutAMessage)
         WriteMenu(MenuDocument());
         WriteLinks(LinksDocument());
         Reload();
-        EXPECT_EQ(Outline(), Whole);
+        EXPECT_EQ(Outline(), WholeOutline);
     }
     EXPECT_TRUE(m_messages.Errors.isEmpty());
     EXPECT_TRUE(m_messages.Informations.isEmpty());
@@ -200,7 +197,7 @@ TEST_F(MenuFilesOfTree, TakeStrayItemsAwayWithTheNextLoad)
     EXPECT_EQ(Outline(), "Menu\nSensitive Links\n  Außen\n  Tür\n  vTag\nFremd");
     WriteMenu(MenuDocument());
     Reload();
-    EXPECT_EQ(Outline(), Whole);
+    EXPECT_EQ(Outline(), WholeOutline);
 }
 
 TEST_F(MenuFilesOfTree, NameLinksWithoutAnAliasByTheirName)

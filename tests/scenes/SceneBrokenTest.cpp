@@ -77,7 +77,7 @@ constexpr std::array BrokenCases{
     TBrokenCase{"zero_bytes", "0111"},
 };
 
-QString CountsOf(const char* counts)
+QString CountsText(const char* counts)
 {
     return QStringLiteral("%1 Trigger, %2 Aktionen, %3 Szenen, %4 Schritte")
         .arg(QChar::fromLatin1(counts[0]))
@@ -150,7 +150,7 @@ TEST_P(BrokenScenes, AreReadAsFarAsTheyAreSoundAndNothingElseIsFetched)
     files.CopyFrom(TestDataPath(QStringLiteral("scenes/broken/") + QLatin1StringView(GetParam().Name)));
     const TFetchCounter counter;
     const auto top = files.Load();
-    EXPECT_EQ(CountsOf(top.get()), CountsOf(GetParam().Counts));
+    EXPECT_EQ(CountsOf(top.get()), CountsText(GetParam().Counts));
     EXPECT_EQ(TFetchCounter::Fetched, 0);
 }
 
@@ -279,7 +279,7 @@ TEST_F(SpoiledScenes, AreEmptyForAUserWhoMayNotReadThem)
                       GiveUpRights();
                       return Load();
                   }),
-                  CountsOf(counts));
+                  CountsText(counts));
         ASSERT_EQ(chmod(path.constData(), 0644), 0);
     }
 }
@@ -291,7 +291,7 @@ TEST_F(SpoiledScenes, AreEmptyForAUserWhoMayNotEnterTheirDirectory)
                   GiveUpRights();
                   return Load();
               }),
-              geteuid() == 0 ? CountsOf("0000") : Everything);
+              geteuid() == 0 ? CountsText("0000") : Everything);
 }
 
 TEST_F(SpoiledScenes, AreWholeOrEmptyWhereverTheyAreCut)

@@ -7,14 +7,14 @@
 namespace
 {
 
-const auto Triggers = QStringLiteral("trigger_allowed.xml");
+const auto TriggersName = QStringLiteral("trigger_allowed.xml");
 const auto Actions = QStringLiteral("actions_allowed.xml");
 const auto Scenes = QStringLiteral("scenes.xml");
 
 class LoadScenes : public testing::Test
 {
 protected:
-    void SetTriggers(const QList<QByteArray>& lines) { m_files.Write(Triggers, SceneDocument("trigger", lines)); }
+    void SetTriggers(const QList<QByteArray>& lines) { m_files.Write(TriggersName, SceneDocument("trigger", lines)); }
     void SetActions(const QList<QByteArray>& lines) { m_files.Write(Actions, SceneDocument("actions", lines)); }
     void SetScenes(const QList<QByteArray>& lines) { m_files.Write(Scenes, SceneDocument("scenes", lines)); }
     void SetSteps(const char* id, const QList<QByteArray>& lines)
@@ -118,7 +118,7 @@ TEST_F(LoadScenes, LeavesDefaultsForEmptyAttributes)
 
 TEST_F(LoadScenes, ComparesNamesOfElementsAndAttributesWithoutRegardToCase)
 {
-    m_files.Write(Triggers, "<TRIGGER><Node NAME=\"n\" Alias=\"a\" EIS=\"6\" Type=\"MODBUS\"/></TRIGGER>");
+    m_files.Write(TriggersName, "<TRIGGER><Node NAME=\"n\" Alias=\"a\" EIS=\"6\" Type=\"MODBUS\"/></TRIGGER>");
     Load();
     EXPECT_EQ(RecordOf(Trigger(0)), QStringLiteral("id=-1 name=n alias=a value= delay=0 source=1 type=1 enabled=1"));
 }
@@ -307,7 +307,7 @@ TEST_F(LoadScenes, LeavesASceneEmptyWithoutItsFile)
 TEST_F(LoadScenes, LeavesABranchEmptyWithoutItsFile)
 {
     m_files.WriteSmallHouse();
-    ASSERT_TRUE(QFile::remove(m_files.Path(Triggers)));
+    ASSERT_TRUE(QFile::remove(m_files.Path(TriggersName)));
     Load();
     EXPECT_EQ(Counts(), QStringLiteral("0 Trigger, 2 Aktionen, 2 Szenen, 3 Schritte"));
     EXPECT_EQ(Scene(0)->Caption(), QStringLiteral("Abendlicht"));
@@ -324,7 +324,7 @@ TEST_F(LoadScenes, SkipsAFileThatDoesNotParse)
 TEST_F(LoadScenes, SkipsAFileWithAnotherRoot)
 {
     m_files.WriteSmallHouse();
-    m_files.Write(Triggers, SceneDocument("actions", {"<node name=\"n\" />"}));
+    m_files.Write(TriggersName, SceneDocument("actions", {"<node name=\"n\" />"}));
     m_files.Write(Actions, SceneDocument("trigger", {"<node name=\"n\" />"}));
     m_files.Write(Scenes, SceneDocument("scene", {"<scene name=\"n\" />"}));
     Load();

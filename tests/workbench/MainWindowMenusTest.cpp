@@ -12,7 +12,7 @@
 namespace
 {
 
-const QByteArray TwoPanes = R"({"format":1,"panes":[
+const QByteArray TitledPanes = R"({"format":1,"panes":[
     {"id":"a","title":"Erster","class":"TTestComponent"},
     {"id":"b","title":"Zweiter","class":"TTestComponent"}]})";
 
@@ -21,7 +21,7 @@ class MainWindowMenus : public TWorkbenchTest
 protected:
     MainWindowMenus()
     {
-        Window().OpenProject(MakeProject(QStringLiteral("Haus"), TwoPanes));
+        Window().OpenProject(MakeProject(QStringLiteral("Haus"), TitledPanes));
         Window().show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
         Window().Panes().LoadAll();

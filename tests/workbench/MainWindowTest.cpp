@@ -15,7 +15,6 @@
 namespace
 {
 
-const auto Scenes = QStringLiteral("scenes");
 const auto House = QStringLiteral("Haus");
 
 const QByteArray TwoPanes = R"({"format":1,"panes":[

@@ -14,8 +14,6 @@
 namespace
 {
 
-const auto Scenes = QStringLiteral("scenes");
-
 // Answers boxes instead of showing them.
 class TAnsweredMessages final : public TWindowMessages
 {

@@ -8,8 +8,6 @@
 namespace
 {
 
-const auto Scenes = QStringLiteral("scenes");
-
 // What would lose the changes of a pane, done while the pane "scenes" of project "Haus" is modified.
 class ModifiedTest : public TWorkbenchTest
 {

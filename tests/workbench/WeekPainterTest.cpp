@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr QRectF Area(0, 0, 1000, 700);
+constexpr QRectF Canvas(0, 0, 1000, 700);
 
 // The picture of a week and what can be measured in it.
 class WeekPainter : public ::testing::Test
@@ -28,7 +28,7 @@ protected:
     void PaintAgain()
     {
         m_picture.Layout = LayOutWeek(m_picture.Entries, Geometry().Room());
-        m_image = QImage(Area.size().toSize(), QImage::Format_RGB32);
+        m_image = QImage(Canvas.size().toSize(), QImage::Format_RGB32);
         m_image.fill(Qt::magenta);
         QPainter painter(&m_image);
         painter.setFont(QApplication::font());
@@ -37,7 +37,7 @@ protected:
 
     TWeekGeometry Geometry() const
     {
-        return TWeekGeometry({.Area = Area, .HasNames = m_picture.HasNames, .HasStrip = true},
+        return TWeekGeometry({.Area = Canvas, .HasNames = m_picture.HasNames, .HasStrip = true},
                              QFontMetricsF(QApplication::font()));
     }
 

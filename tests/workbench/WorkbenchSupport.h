@@ -10,6 +10,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+// The pane that most tests open.
+inline const auto Scenes = QStringLiteral("scenes");
+
 // Answers as told and remembers what it was asked.
 class TScriptedAsker final : public IModifiedAsker
 {

@@ -13,12 +13,12 @@
 namespace
 {
 
-const TColumnNames NameWords{u"groupname", u"gruppenname", u"name", u"bezeichnung"};
+const TColumnNames GroupNameWords{u"groupname", u"gruppenname", u"name", u"bezeichnung"};
 const TColumnNames MainWords{u"main", u"maingroup", u"haupt", u"hauptgruppe"};
 const TColumnNames MiddleWords{u"middle", u"middlegroup", u"mittel", u"mittelgruppe"};
 const TColumnNames SubWords{u"sub", u"subgroup", u"unter", u"untergruppe"};
-const TColumnNames AddressWords{u"address", u"groupaddress", u"adresse", u"gruppenadresse"};
-const TColumnNames TypeWords{u"datapointtype", u"datenpunkttyp", u"dpt"};
+const TColumnNames GroupAddressWords{u"address", u"groupaddress", u"adresse", u"gruppenadresse"};
+const TColumnNames DatapointTypeWords{u"datapointtype", u"datenpunkttyp", u"dpt"};
 
 constexpr qsizetype Levels = 3;
 
@@ -38,9 +38,9 @@ TGroupAddressColumns ColumnsOfHeader(const QStringList& header)
 {
     TGroupAddressColumns columns;
     columns.HasHeader = true;
-    columns.Type = FindColumn(header, TypeWords);
-    const qsizetype name = FindColumn(header, NameWords);
-    const qsizetype address = FindColumn(header, AddressWords);
+    columns.Type = FindColumn(header, DatapointTypeWords);
+    const qsizetype name = FindColumn(header, GroupNameWords);
+    const qsizetype address = FindColumn(header, GroupAddressWords);
     const QList<qsizetype> levels = ColumnsOfLevels(header, 0);
     columns.Names = name >= 0 ? QList{name} : levels;
     if (address >= 0)

@@ -23,7 +23,7 @@ const TColumnNames CodeWords{u"code", u"modecode", u"value", u"wert", u"hex", u"
 // Some lists have lines about the device before the header.
 constexpr qsizetype LastHeaderRow = 50;
 
-std::optional<TModbusColumns> ColumnsOfHeader(const QStringList& header)
+std::optional<TModbusColumns> ModbusColumnsOfHeader(const QStringList& header)
 {
     TModbusColumns columns{.Address = FindColumn(header, AddressWords),
                            .Name = FindColumn(header, NameWords),
@@ -52,7 +52,7 @@ qsizetype TModbusColumns::LastNeeded() const
 std::optional<TModbusColumns> FindModbusColumns(const QList<TCsvRow>& rows)
 {
     for (qsizetype row = 0; row < rows.size() && row <= LastHeaderRow; ++row) {
-        if (auto columns = ColumnsOfHeader(rows[row].Cells)) {
+        if (auto columns = ModbusColumnsOfHeader(rows[row].Cells)) {
             columns->HeaderRow = row;
             return columns;
         }

@@ -47,7 +47,7 @@ struct TKindWord
 };
 
 // The first part that a kind contains decides: a "discrete input" is no input register.
-const std::array<TKindWord, 4>& KindWords()
+const std::array<TKindWord, 4>& KnownKinds()
 {
     static const std::array<TKindWord, 4> words{{
         {QLatin1String("coil"), Coil},
@@ -86,9 +86,9 @@ int EisOfVariableSize(QStringView size)
 QString RegisterKindName(QStringView kind)
 {
     const QString word = ColumnWord(kind);
-    const auto found = std::find_if(KindWords().begin(), KindWords().end(),
+    const auto found = std::find_if(KnownKinds().begin(), KnownKinds().end(),
                                     [&](const TKindWord& row) { return word.contains(row.Part); });
-    return found != KindWords().end() ? found->Name : kind.trimmed().toString();
+    return found != KnownKinds().end() ? found->Name : kind.trimmed().toString();
 }
 
 bool IsBitKind(QStringView kindName)

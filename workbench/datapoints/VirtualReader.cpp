@@ -15,12 +15,12 @@
 namespace
 {
 
-enum TField : quint8
+enum TVirtualField : quint8
 {
-    fdVariable,
-    fdLabel,
-    fdType,
-    fdCount,
+    vfVariable,
+    vfLabel,
+    vfType,
+    vfCount,
 };
 
 std::optional<int> EisOfNumber(QStringView text)
@@ -32,7 +32,7 @@ std::optional<int> EisOfNumber(QStringView text)
 void ReadLine(QStringView line, qsizetype number, TImportCollector& collector)
 {
     const QList<QStringView> fields = line.split(line.contains(u'\t') ? u'\t' : u';');
-    const QString variable = fields[fdVariable].trimmed().toString();
+    const QString variable = fields[vfVariable].trimmed().toString();
     if (variable.isEmpty()) {
         collector.Report(number, QStringLiteral("Der Name der Variablen fehlt."));
         return;
@@ -41,11 +41,11 @@ void ReadLine(QStringView line, qsizetype number, TImportCollector& collector)
         collector.Report(number, QStringLiteral("Der Name der Variablen ist länger als %1 Zeichen.").arg(LongestName));
         return;
     }
-    if (fields.size() > fdCount)
+    if (fields.size() > vfCount)
         collector.Report(number,
-                         QStringLiteral("Die Zeile hat mehr als %1 Felder; die weiteren zählen nicht.").arg(fdCount));
-    const QString label = fields.value(fdLabel).trimmed().toString();
-    const QStringView type = fields.value(fdType);
+                         QStringLiteral("Die Zeile hat mehr als %1 Felder; die weiteren zählen nicht.").arg(vfCount));
+    const QString label = fields.value(vfLabel).trimmed().toString();
+    const QStringView type = fields.value(vfType);
     collector.Add({.Address = variable,
                    .Name = label.isEmpty() ? variable : label,
                    .Group = {},
@@ -79,9 +79,9 @@ QString OtherFormat(QStringView text)
         return QStringLiteral("Die Datei ist eine Tabelle von Gruppenadressen, keine Liste von Variablen.");
     if (FindModbusColumns(rows))
         return QStringLiteral("Die Datei ist eine Registerliste, keine Liste von Variablen.");
-    if (Mostly(rows, [](const TCsvRow& row) { return row.Cells.size() > fdCount; })) {
+    if (Mostly(rows, [](const TCsvRow& row) { return row.Cells.size() > vfCount; })) {
         return QStringLiteral("Die Datei ist eine Tabelle mit mehr als %1 Spalten, keine Liste von Variablen.")
-            .arg(fdCount);
+            .arg(vfCount);
     }
     const bool hasCommas = Mostly(rows, [](const TCsvRow& row) { return row.Cells.size() > 1; });
     if (separator == ',' && rows.size() > 1 && hasCommas) {
