@@ -16,9 +16,9 @@ readonly TEST_PACKAGES=(
     clang clang-format clang-tidy libclang-rt-14-dev llvm
     xdotool openbox x11-utils libxcb-cursor0
     chromium chromium-driver python3 python3-selenium python3-lxml
-    git
+    git rsync
 )
-readonly BENCH_PACKAGES=(libbenchmark-dev xsltproc)
+readonly BENCH_PACKAGES=(libbenchmark-dev xsltproc inotify-tools)
 readonly FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)
 
 packages_of() {

@@ -1,11 +1,10 @@
+#include "StormRun.h"
 #include "WatchFixture.h"
 
 #include <QFile>
 
 namespace
 {
-
-constexpr int Processes = 4;
 
 // The system's limit on waiting notifications, for every watch that begins while this lives.
 class TQueueLimit
@@ -43,17 +42,8 @@ class StormTest : public FileWatchTest
 protected:
     static int Operations() { return AreLong() ? 200'000 : 20'000; }
 
-    std::vector<std::unique_ptr<QProcess>> Storm(int operations) const
-    {
-        std::vector<std::unique_ptr<QProcess>> programs;
-        for (int number = 0; number < Processes; ++number) {
-            programs.push_back(std::make_unique<QProcess>());
-            programs.back()->setProgram(QStringLiteral(VELMORA_STORM));
-            programs.back()->setArguments(
-                {QString::fromStdString(m_root), QString::number(number + 1), QString::number(operations / Processes)});
-        }
-        return programs;
-    }
+    // Not started before the root is watched.
+    auto Storm(int operations) const { return StartStorm(QString::fromStdString(m_root), operations); }
 };
 
 } // namespace
@@ -61,8 +51,7 @@ protected:
 TEST_F(StormTest, FourProcessesLeaveACopyThatEqualsTheTree)
 {
     Start();
-    auto programs = Storm(Operations());
-    RunAll(programs);
+    EXPECT_TRUE(WaitForAll(Storm(Operations())));
     EXPECT_EQ(Differences(), "");
     EXPECT_GT(m_changes.size(), static_cast<size_t>(Operations() / 10));
 }
@@ -70,13 +59,8 @@ TEST_F(StormTest, FourProcessesLeaveACopyThatEqualsTheTree)
 TEST_F(StormTest, NotificationsThatWereLostAreMadeUpForByAComparison)
 {
     Start();
-    auto programs = Storm(Operations() * 2);
     // Nobody reads meanwhile, so that the system's queue overflows.
-    for (const auto& program : programs) {
-        program->setWorkingDirectory(QString::fromStdString(m_root));
-        program->start();
-    }
-    for (const auto& program : programs)
+    for (const auto& program : Storm(Operations()))
         ASSERT_TRUE(program->waitForFinished(-1));
     EXPECT_EQ(Differences(), "");
 }
@@ -89,7 +73,6 @@ TEST_F(StormTest, AShortQueueLosesNothingInTheEnd)
             GTEST_SKIP() << "Only root sets the system's limits.";
         Start();
     }
-    auto programs = Storm(Operations());
-    RunAll(programs);
+    EXPECT_TRUE(WaitForAll(Storm(Operations())));
     EXPECT_EQ(Differences(), "");
 }

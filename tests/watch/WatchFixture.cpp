@@ -1,6 +1,7 @@
 #include "WatchFixture.h"
 
-#include <QEventLoop>
+#include "StormRun.h"
+
 #include <QTest>
 
 #include <filesystem>
@@ -114,24 +115,7 @@ void FileWatchTest::Run(const QString& program, const QStringList& arguments)
 {
     std::vector<std::unique_ptr<QProcess>> programs;
     programs.push_back(std::make_unique<QProcess>());
-    programs.back()->setProgram(program);
-    programs.back()->setArguments(arguments);
-    RunAll(programs);
-}
-
-void FileWatchTest::RunAll(std::vector<std::unique_ptr<QProcess>>& programs)
-{
-    for (const auto& program : programs) {
-        program->setWorkingDirectory(QString::fromStdString(m_root));
-        program->start();
-    }
-    for (const auto& program : programs) {
-        QEventLoop loop;
-        QObject::connect(program.get(), &QProcess::finished, &loop, &QEventLoop::quit);
-        QObject::connect(program.get(), &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-        if (program->state() != QProcess::NotRunning)
-            loop.exec();
-        ASSERT_EQ(program->exitStatus(), QProcess::NormalExit) << program->errorString().toStdString();
-        ASSERT_EQ(program->exitCode(), 0) << program->readAllStandardError().toStdString();
-    }
+    programs.back()->setWorkingDirectory(QString::fromStdString(m_root));
+    programs.back()->start(program, arguments);
+    EXPECT_TRUE(WaitForAll(programs)) << programs.back()->readAllStandardError().toStdString();
 }

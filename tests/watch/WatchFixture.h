@@ -43,7 +43,6 @@ protected:
 
     // Runs a program below the root and watches meanwhile.
     void Run(const QString& program, const QStringList& arguments);
-    void RunAll(std::vector<std::unique_ptr<QProcess>>& programs);
 
     QTemporaryDir m_directory;
     std::string m_root;
