@@ -1,6 +1,7 @@
 #include "CmdTreeFrame.h"
 
 #include "CommandItems.h"
+#include "LineFinder.h"
 #include "Vlapputils.h"
 #include "Vlerrors.h"
 #include "Vltext.h"
@@ -49,6 +50,25 @@ void TCmdTreeFrame::QueryCmd(const char*, bool& accepted)
 {
     accepted = true;
 }
+
+TDocumentPlace TCmdTreeFrame::DocumentPlace(const QString& path, int line) const
+{
+    TLineFinder finder(line);
+    WriteDocument(path, finder);
+    auto* node = static_cast<TTreeNode*>(itemFromIndex(indexFromItem(finder.Node())));
+    if (!node)
+        return {};
+    return [place = TNodeRef(node)] {
+        TDragScrollTree* tree = place ? place.Get()->Tree() : nullptr;
+        if (!tree)
+            return false;
+        tree->SelectNode(place.Get());
+        tree->scrollToItem(place.Get());
+        return true;
+    };
+}
+
+void TCmdTreeFrame::WriteDocument(const QString&, QIODevice&) const {}
 
 void TCmdTreeFrame::SetProjectListener(const QString& path)
 {

@@ -39,7 +39,15 @@ public:
     // Takes over what the user has typed and not confirmed yet; the host calls it by name before it asks about changes.
     Q_INVOKABLE virtual void CommitEdits() { CommitEditor(); }
 
+    // The node that line `line` (from 1) of the document at `path` belongs to, as an export would write it now; the
+    // host calls it by name. Empty for a line that belongs to none and for any other file. The place follows its node
+    // wherever that is moved, and forgets it when it is deleted.
+    Q_INVOKABLE TDocumentPlace DocumentPlace(const QString& path, int line) const;
+
 protected:
+    // Writes what an export leaves at `path`; nothing for any other file.
+    virtual void WriteDocument(const QString& path, QIODevice& device) const;
+
     // The steps of a command, in their order: before it is parsed, for each of its items (the colours are applied
     // before and do not arrive here), and at its end. The end is not reached when a step fails.
     virtual void BeginCommand(const QString& command) = 0;

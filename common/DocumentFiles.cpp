@@ -49,6 +49,11 @@ bool GiveSecondName(const QFileInfo& file, const QString& name)
 
 } // namespace
 
+bool IsSameDocument(const QString& a, const QString& b)
+{
+    return Key(a) == Key(b);
+}
+
 void TDocumentFiles::MarkRead(const QString& path)
 {
     m_known.insert(Key(path));

@@ -8,6 +8,9 @@
 
 class QObject;
 
+// True when both paths, in whatever form, name the same place.
+bool IsSameDocument(const QString& a, const QString& b);
+
 // The files of one editor's document: which of them were read, so that an export never destroys what nobody has seen.
 // Every editor has one and writes through it.
 class TDocumentFiles

@@ -18,11 +18,15 @@
 // {6DAD84E1-E88F-11D4-B46B-000000000000}
 inline constexpr TGuid IID_ICmdTarget{0x6DAD84E1, 0xE88F, 0x11D4, {0xB4, 0x6B, 0, 0, 0, 0, 0, 0}};
 
+// Leads to something in a component: selects it and scrolls to it. False, and nothing done, when it is no longer there.
+using TDocumentPlace = std::function<bool()>;
+
 // How the host drives a component. The components are controls that the host's form owns; the reference counting of the
 // base does not govern their lifetime. Exceptions reach the host. From a control: qobject_cast<ICmdTarget*>(control).
 // What else the host may do with a component: list and trigger the control's actions() (object name = name of the
 // operation), call its invokables, if there are any (UpdateActions before it does that, CommitEdits before it asks
-// about changes, ExportedPage for the path of a page that it renders), and watch its windowModified property.
+// about changes, ExportedPage for the path of a page that it renders, empty without one, DocumentPlace for what stands
+// in a line of a document that it has just written), and watch its windowModified property.
 class ICmdTarget : public IInterface
 {
 public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LineFinder.h"
 #include "Vlcodepage.h"
 #include "Vlerrors.h"
 
@@ -33,7 +34,14 @@ QString FormatText(const QString& format, const QString& argument);
 class TLineWriter
 {
 public:
-    explicit TLineWriter(QIODevice& device) : m_device(device) {}
+    explicit TLineWriter(QIODevice& device) : m_device(device), m_finder(qobject_cast<TLineFinder*>(&device)) {}
+
+    // The lines from here on are this node's, for whoever asks with a TLineFinder; null for what belongs to none.
+    void BeginNode(const TTreeNode* node)
+    {
+        if (m_finder)
+            m_finder->BeginNode(node);
+    }
 
     // `format` carries its line end. Throws TFileError when the device does not take the line. Texts are inserted raw:
     // the readers of these documents expect them so.
@@ -58,5 +66,6 @@ private:
     }
 
     QIODevice& m_device;
+    TLineFinder* m_finder; // mostly null
     fmt::memory_buffer m_line;
 };

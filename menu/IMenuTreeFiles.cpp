@@ -123,6 +123,14 @@ void TMenuTreeFrame::SaveToStream(QIODevice& stream) const
     WriteMenu(stream, MenuRoot(), m_header);
 }
 
+void TMenuTreeFrame::WriteDocument(const QString& path, QIODevice& device) const
+{
+    if (IsSameDocument(path, m_menuPath))
+        SaveToStream(device);
+    else if (IsSameDocument(path, m_linksPath))
+        WriteLinks(device, LinkRoot());
+}
+
 // The menu goes to MenuPath, whatever the caller names.
 void TMenuTreeFrame::SaveMenu(const QString&)
 {

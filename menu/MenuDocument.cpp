@@ -143,6 +143,7 @@ void WriteItems(TLineWriter& writer, const TMenuNode* parent, int level, int& nu
     const bool isMain = level == MainLevel;
     for (int i = 0; i < parent->Count(); ++i) {
         const TMenuNode* node = parent->Child(i);
+        writer.BeginNode(node);
         if (const TVlMenuItem* item = node->Item()) {
             writer.Write("<menuitem id=\"mi%d\" class=\"%s\" caption=\"%s\" title=\"%s\" link=\"%s\" help=\"%s\" "
                          "access=\"%d\"%s\r\n",
@@ -151,6 +152,7 @@ void WriteItems(TLineWriter& writer, const TMenuNode* parent, int level, int& nu
             ++number;
         }
         WriteItems(writer, node, level + 1, number);
+        writer.BeginNode(node);
         if (isMain)
             writer.Write("</menuitem>\r\n");
     }
@@ -176,6 +178,7 @@ void WriteMenu(QIODevice& device, const TMenuNode* root, const TMenuHeader& head
     int number = 0;
     if (root)
         WriteItems(writer, root, MainLevel, number);
+    writer.BeginNode(nullptr);
     writer.Write("</menu>\r\n");
 }
 
@@ -196,11 +199,13 @@ void WriteLinks(QIODevice& device, const TMenuNode* root)
         const TVlMenuItem* item = root->Child(i)->Item();
         if (!item)
             continue;
+        writer.BeginNode(root->Child(i));
         writer.Write("<link id=\"lk%d\" class=\"link\" name=\"%s\" alias=\"%s\" value=\"%s\" href=\"%s\" "
                      "target=\"%s\" eis=\"%d\" access=\"%d\" />\r\n",
                      number, item->Title, item->Caption, item->Link, item->Help, SourceText(item->Source),
                      dt2Eis(item->DataType), item->Access);
         ++number;
     }
+    writer.BeginNode(nullptr);
     writer.Write("</links>\r\n");
 }

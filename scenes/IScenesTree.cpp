@@ -95,6 +95,11 @@ void TConfigTreeFrame::WriteDocuments(const QString& fileName)
                    .arg(ToPlatformPath(ExtractFileDir(fileName))));
 }
 
+void TConfigTreeFrame::WriteDocument(const QString& path, QIODevice& device) const
+{
+    WriteSceneFile(device, Top(), m_scenesFile, path);
+}
+
 void TConfigTreeFrame::TriggerToStream(QIODevice& stream) const
 {
     WriteTriggers(stream, Top());

@@ -70,6 +70,8 @@ public:
     void CommitEdits() override;
 
 protected:
+    void WriteDocument(const QString& path, QIODevice& device) const override;
+
     void BeginCommand(const QString& command) override;
     void ApplyCommandItem(const QString& key, const QString& value) override;
     void FinishCommand() override;

@@ -140,9 +140,11 @@ void WriteDatapoints(QIODevice& device, const TSceneNode* root, const char* begi
         const TVlSceneItem* item = root->Child(i)->Item();
         if (!item)
             continue;
+        writer.BeginNode(root->Child(i));
         writer.Write("<node name=\"%s\" alias=\"%s\" eis=\"%d\" type=\"%s\" />\r\n", item->Name, item->Alias,
                      dt2Eis(item->DataType), SourceText(item->Source));
     }
+    writer.BeginNode(nullptr);
     writer.Write(end);
 }
 
@@ -165,6 +167,7 @@ void WriteSceneLine(TLineWriter& writer, const TSceneNode& scene)
 {
     const TVlSceneItem& item = *scene.Item();
     const TVlSceneItem& datapoint = DatapointOf(scene);
+    writer.BeginNode(&scene);
     writer.Write("<scene id=\"%d\" name=\"%s\" alias=\"%s\" value=\"%s\" eis=\"%d\" enabled=\"%d\" type=\"%s\" />\r\n",
                  item.Id, datapoint.Name, item.Alias, item.Value, dt2Eis(datapoint.DataType), StoredEnabled(scene),
                  SourceText(datapoint.Source));
@@ -174,6 +177,7 @@ void WriteStepLine(TLineWriter& writer, const TSceneNode& step)
 {
     const TVlSceneItem& item = *step.Item();
     const TVlSceneItem& datapoint = DatapointOf(step);
+    writer.BeginNode(&step);
     writer.Write(
         "<node name=\"%s\" alias=\"%s\" value=\"%s\" eis=\"%d\" delay=\"%d\" enabled=\"%d\" type=\"%s\" />\r\n",
         datapoint.Name, item.Alias, item.Value, dt2Eis(datapoint.DataType), item.Delay, StoredEnabled(step),
@@ -218,6 +222,7 @@ void WriteScenes(QIODevice& device, const TSceneNode* top)
         if (top->Child(i)->Item())
             WriteSceneLine(writer, *top->Child(i));
     }
+    writer.BeginNode(nullptr);
     writer.Write("</scenes>\r\n");
 }
 
@@ -232,6 +237,7 @@ void WriteSceneSteps(QIODevice& device, const TSceneNode* scene)
         if (scene->Child(i)->Item())
             WriteStepLine(writer, *scene->Child(i));
     }
+    writer.BeginNode(nullptr);
     writer.Write("</scene>\r\n");
 }
 
@@ -250,6 +256,22 @@ int SaveSceneTree(const QString& fileName, const TSceneNode* top, TDocumentFiles
                     [scene](QIODevice& device) { WriteSceneSteps(device, scene); });
     }
     return written;
+}
+
+void WriteSceneFile(QIODevice& device, const TSceneNode* top, const QString& scenesFile, const QString& path)
+{
+    if (IsSameDocument(path, InDirectoryOf(scenesFile, TriggerFile)))
+        return WriteTriggers(device, top);
+    if (IsSameDocument(path, InDirectoryOf(scenesFile, ActionsFile)))
+        return WriteActions(device, top);
+    if (IsSameDocument(path, scenesFile))
+        return WriteScenes(device, top);
+    // The last one of a number has the file.
+    for (int i = top ? top->Count() - 1 : 0; i >= FirstSceneIndex; --i) {
+        const TSceneNode* scene = top->Child(i);
+        if (scene->Item() && IsSameDocument(path, SceneStepsFile(scenesFile, scene->Item()->Id)))
+            return WriteSceneSteps(device, scene);
+    }
 }
 
 QString SceneStepsFile(const QString& scenesFile, std::int32_t id)

@@ -28,5 +28,8 @@ void WriteSceneSteps(QIODevice& device, const TSceneNode* scene);
 // share a file, which the last one gets. Throws TFileError; earlier files then stay written. Returns how many it wrote.
 int SaveSceneTree(const QString& fileName, const TSceneNode* top, TDocumentFiles& files);
 
+// Writes what the file at `path` gets when the tree is saved; nothing when it is none of its files.
+void WriteSceneFile(QIODevice& device, const TSceneNode* top, const QString& scenesFile, const QString& path);
+
 // The file of a scene's steps, in the directory of the scenes file.
 QString SceneStepsFile(const QString& scenesFile, std::int32_t id);

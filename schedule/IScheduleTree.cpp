@@ -109,6 +109,12 @@ void TScheduleTreeFrame::SchedulesToStream(QIODevice& stream) const
     WriteSchedule(stream, Root());
 }
 
+void TScheduleTreeFrame::WriteDocument(const QString& path, QIODevice& device) const
+{
+    if (IsSameDocument(path, m_documentPath))
+        SchedulesToStream(device);
+}
+
 void TScheduleTreeFrame::MenuAction_Reload()
 {
     LoadSchedules(m_documentPath);

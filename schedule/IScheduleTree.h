@@ -82,6 +82,8 @@ Q_SIGNALS:
     void WeekChanged();
 
 protected:
+    void WriteDocument(const QString& path, QIODevice& device) const override;
+
     void BeginCommand(const QString& command) override;
     void ApplyCommandItem(const QString& key, const QString& value) override;
     void FinishCommand() override;

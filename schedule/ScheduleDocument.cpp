@@ -115,22 +115,28 @@ private:
 void WriteDatapoint(TLineWriter& writer, const TScheduleNode& datapoint)
 {
     const TVlNodeData& data = *datapoint.Data();
+    writer.BeginNode(&datapoint);
     writer.Write("<node name=\"%s\" alias=\"%s\" eis=\"%d\" type=\"%s\" access=\"%d\" enabled=\"%d\" minv=\"%s\" "
                  "maxv=\"%s\">\r\n",
                  data.Name, data.Alias, dt2Eis(data.DataType), SourceText(data.Source), data.Access,
                  data.Enabled ? 1 : 0, data.MinVal, data.MaxVal);
-    for (int i = 0; i < datapoint.Count(); ++i)
+    for (int i = 0; i < datapoint.Count(); ++i) {
+        writer.BeginNode(datapoint.Child(i));
         writer.Write("%s\r\n", datapoint.Child(i)->Caption());
+    }
+    writer.BeginNode(&datapoint);
     writer.Write("</node>\r\n");
 }
 
 void WriteGroup(TLineWriter& writer, const TScheduleNode& group)
 {
+    writer.BeginNode(&group);
     writer.Write("<nodes name=\"%s\" access=\"%d\">\r\n", group.Caption(), group.GroupAccess());
     for (int i = 0; i < group.Count(); ++i) {
         if (group.Child(i)->Data())
             WriteDatapoint(writer, *group.Child(i));
     }
+    writer.BeginNode(&group);
     writer.Write("</nodes>\r\n");
 }
 
@@ -153,5 +159,6 @@ void WriteSchedule(QIODevice& device, const TScheduleNode* root)
     writer.Write("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n<eibnet>\r\n");
     for (int i = 0; root && i < root->Count(); ++i)
         WriteGroup(writer, *root->Child(i));
+    writer.BeginNode(nullptr);
     writer.Write("</eibnet>\r\n");
 }

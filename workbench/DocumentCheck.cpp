@@ -1,5 +1,6 @@
 #include "DocumentCheck.h"
 
+#include "Folders.h"
 #include "MessagePane.h"
 #include "Pane.h"
 #include "Panes.h"
@@ -60,6 +61,16 @@ QString TextAt(const QByteArray& content, int line, int column)
     return text.size() <= LongestText ? text : text.mid(std::min(begin, text.size() - LongestText), LongestText);
 }
 
+// What the component has in that line; empty when it does not say.
+TDocumentPlace PlaceIn(QWidget* component, const QString& path, int line)
+{
+    TDocumentPlace place;
+    if (component && component->metaObject()->indexOfMethod("DocumentPlace(QString,int)") >= 0)
+        QMetaObject::invokeMethod(component, "DocumentPlace", Qt::DirectConnection, Q_RETURN_ARG(TDocumentPlace, place),
+                                  Q_ARG(QString, path), Q_ARG(int, line));
+    return place;
+}
+
 } // namespace
 
 std::optional<TDocumentFault> FindFault(const QString& path)
@@ -105,5 +116,7 @@ void TDocumentCheck::Check(const QObject* source, const QString& path) const
         return;
     }
     const TPane* pane = m_panes.PaneOf(source);
-    m_messages.AddFault(NoteLine(m_panes, source, text), pane ? pane->Id() : QString());
+    // Asked for now, while the tree is still the one that was written.
+    const TDocumentPlace place = pane ? PlaceIn(pane->Component(), path, fault->Line) : TDocumentPlace();
+    m_messages.AddFault(NoteLine(m_panes, source, text), pane ? pane->Id() : QString(), place);
 }

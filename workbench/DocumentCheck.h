@@ -22,7 +22,7 @@ std::optional<TDocumentFault> FindFault(const QString& path);
 
 // Checks every document that a component writes while this lives: texts are written raw, so a name with a quote makes a
 // file that its reader refuses. Such a document is listed in the message pane, by a line that leads to the pane of its
-// editor. Nothing is changed.
+// editor and to what stands in the faulty line. Nothing is changed.
 class TDocumentCheck
 {
 public:

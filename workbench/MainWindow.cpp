@@ -44,7 +44,7 @@ TMainWindow::TMainWindow(const TClientRegistry& clients, IModifiedAsker& asker)
     resize(FirstSize);
     connect(&m_panes, &TPanes::Closing, this, &TMainWindow::HandlePaneClosing);
     connect(&m_panes, &TPanes::PanesChanged, this, &TMainWindow::ResetArrangement);
-    connect(m_messages, &TMessagePane::FaultActivated, this, &TMainWindow::ShowPane);
+    connect(m_messages, &TMessagePane::FaultActivated, this, &TMainWindow::ShowFault);
     UserManager()->AddListener(this, &TMainWindow::HandleProjectChange);
     BuildMenus();
     ResetArrangement();
@@ -192,10 +192,14 @@ void TMainWindow::HandleProjectChange(QObject*, TUserProperty property, const QS
                       : QStringLiteral("Projekt geschlossen"));
 }
 
-void TMainWindow::ShowPane(const QString& id)
+void TMainWindow::ShowFault(const QString& paneId, const TDocumentPlace& place)
 {
-    if (TPane* pane = m_panes.Find(id))
-        pane->FocusContent();
+    TPane* pane = m_panes.Find(paneId);
+    if (!pane)
+        return;
+    pane->FocusContent();
+    if (place)
+        Guarded([&] { place(); });
 }
 
 void TMainWindow::UpdateTitle()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DocumentCheck.h"
+#include "Folders.h"
 #include "Panes.h"
 #include "RecentProjects.h"
 #include "Userman.h"
@@ -72,7 +73,7 @@ private:
     void ShowLayout(const TLayout& layout);
     void HandleProjectChange(QObject* sender, TUserProperty property, const QString& value);
     void HandlePaneClosing(TPane* pane, bool& allowed);
-    void ShowPane(const QString& id);
+    void ShowFault(const QString& paneId, const TDocumentPlace& place);
     void UpdateTitle();
 
     IModifiedAsker& m_asker;

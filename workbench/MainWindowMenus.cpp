@@ -121,8 +121,11 @@ void TMainWindow::OpenMenuInBrowser()
     // The editor knows better, when there is one.
     for (const TPane* pane : m_panes.All()) {
         QWidget* component = pane->Component();
+        QString exported;
         if (component && component->metaObject()->indexOfMethod("ExportedPage()") >= 0)
-            QMetaObject::invokeMethod(component, "ExportedPage", Qt::DirectConnection, Q_RETURN_ARG(QString, page));
+            QMetaObject::invokeMethod(component, "ExportedPage", Qt::DirectConnection, Q_RETURN_ARG(QString, exported));
+        if (!exported.isEmpty())
+            page = exported;
     }
     if (!QFileInfo::exists(page))
         throw TUserError(QStringLiteral("\"%1\" gibt es noch nicht. Exportieren Sie zuerst das Menu.").arg(page));

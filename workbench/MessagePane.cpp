@@ -23,9 +23,10 @@ QColor ErrorColor(const QPalette& palette)
 // Belongs to its line.
 struct TFaultTarget final : public QTextBlockUserData
 {
-    explicit TFaultTarget(const QString& paneId) : PaneId(paneId) {}
+    TFaultTarget(const QString& paneId, const TDocumentPlace& place) : PaneId(paneId), Place(place) {}
 
     QString PaneId;
+    TDocumentPlace Place; // may be empty
 };
 
 } // namespace
@@ -56,17 +57,22 @@ void TMessagePane::AddError(const QString& text)
     AddLine(QStringLiteral("Fehler: ") + text, ErrorColor(m_text->palette()));
 }
 
-void TMessagePane::AddFault(const QString& text, const QString& paneId)
+void TMessagePane::AddFault(const QString& text, const QString& paneId, const TDocumentPlace& place)
 {
-    AddLine(text, ErrorColor(m_text->palette()), paneId);
+    AddLine(text, ErrorColor(m_text->palette()));
+    if (!paneId.isEmpty())
+        m_text->document()->lastBlock().setUserData(new TFaultTarget(paneId, place));
 }
 
 bool TMessagePane::Activate(const QTextCursor& place)
 {
     const auto* target = static_cast<const TFaultTarget*>(place.block().userData());
-    if (target)
-        Q_EMIT FaultActivated(target->PaneId);
-    return target != nullptr;
+    if (!target)
+        return false;
+    // What is done there may write lines here, and a full pane drops its first ones.
+    const TFaultTarget fault(target->PaneId, target->Place);
+    Q_EMIT FaultActivated(fault.PaneId, fault.Place);
+    return true;
 }
 
 bool TMessagePane::eventFilter(QObject* watched, QEvent* event)
@@ -94,13 +100,13 @@ void TMessagePane::FocusText()
 
 // Written through a cursor of its own. A selection that reaches to the end would grow with the text: it stays what the
 // user made it.
-void TMessagePane::AddLine(const QString& text, const QColor& color, const QString& paneId)
+void TMessagePane::AddLine(const QString& text, const QColor& color)
 {
     QTextCursor selection = m_text->textCursor();
     const int anchor = selection.anchor();
     const int position = selection.position();
     const bool isSelected = selection.hasSelection();
-    Append(QTime::currentTime().toString(QStringLiteral("HH:mm:ss  ")) + text, color, paneId);
+    Append(QTime::currentTime().toString(QStringLiteral("HH:mm:ss  ")) + text, color);
     if (isSelected) {
         selection.setPosition(anchor);
         selection.setPosition(position, QTextCursor::KeepAnchor);
@@ -109,7 +115,7 @@ void TMessagePane::AddLine(const QString& text, const QColor& color, const QStri
     m_text->verticalScrollBar()->setValue(m_text->verticalScrollBar()->maximum());
 }
 
-void TMessagePane::Append(const QString& line, const QColor& color, const QString& paneId)
+void TMessagePane::Append(const QString& line, const QColor& color)
 {
     QTextCharFormat format;
     format.setForeground(color);
@@ -118,6 +124,4 @@ void TMessagePane::Append(const QString& line, const QColor& color, const QStrin
     if (!m_text->document()->isEmpty())
         end.insertBlock();
     end.insertText(line, format);
-    if (!paneId.isEmpty())
-        end.block().setUserData(new TFaultTarget(paneId));
 }

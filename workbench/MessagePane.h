@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Folders.h"
+
 #include <QDockWidget>
 
 class QPlainTextEdit;
@@ -15,8 +17,9 @@ public:
 
     void AddNote(const QString& text);
     void AddError(const QString& text);
-    // An error that is to be mended in a pane: a double click on the line, or Enter, leads there.
-    void AddFault(const QString& text, const QString& paneId);
+    // An error that is to be mended in a pane, at a place in it where one is known: a double click on the line, or
+    // Enter, leads there.
+    void AddFault(const QString& text, const QString& paneId, const TDocumentPlace& place);
     QString Text() const;
     // Shows the pane and moves the keyboard into it.
     void FocusText();
@@ -25,11 +28,11 @@ public:
 
 Q_SIGNALS:
     // The user wants to go where the fault is.
-    void FaultActivated(const QString& paneId);
+    void FaultActivated(const QString& paneId, const TDocumentPlace& place);
 
 private:
-    void AddLine(const QString& text, const QColor& color, const QString& paneId = {});
-    void Append(const QString& line, const QColor& color, const QString& paneId);
+    void AddLine(const QString& text, const QColor& color);
+    void Append(const QString& line, const QColor& color);
     bool Activate(const QTextCursor& place);
 
     QPlainTextEdit* m_text;

@@ -34,6 +34,22 @@ protected:
             editable += IsEnabled(field) ? '1' : '0';
         return editable;
     }
+    // The fields in their order: "|" before one that stands below the former, a blank before one on its right.
+    std::string Rows() const
+    {
+        std::string rows;
+        QRect before;
+        for (const char* name :
+             {"EditUrl", "EditAlias", "EditName", "EditValue", "CBoxDataType", "EditAccess", "CBoxDataSource"}) {
+            const QWidget* field = Field<QWidget>(name);
+            const QRect place(field->mapTo(&m_dialog, QPoint(0, 0)), field->size());
+            const bool isBelow = place.top() > before.bottom();
+            EXPECT_TRUE(isBelow || place.left() > before.right()) << name;
+            rows += rows.empty() ? name : (isBelow ? "|" : " ") + std::string(name);
+            before = place;
+        }
+        return rows;
+    }
     std::string ShownAccess() const { return Access()->text().toStdString(); }
 };
 
@@ -51,6 +67,24 @@ TEST_F(LinkDialog, LabelsEveryField)
 {
     EXPECT_EQ(Labels(), "CBoxDataSource= Quelle|CBoxDataType= Typ|EditAccess= Zugang|EditAlias= Name|EditName= Objekt|"
                         "EditUrl= Verweis|EditValue= Obj. Wert");
+}
+
+TEST_F(LinkDialog, PutsTwoFieldsIntoEachOfItsLastTwoRows)
+{
+    Show();
+    EXPECT_EQ(Rows(), "EditUrl|EditAlias|EditName|EditValue CBoxDataType|EditAccess CBoxDataSource");
+}
+
+TEST_F(LinkDialog, NamesEveryFieldForAssistance)
+{
+    for (const auto& [field, name] : {std::pair{"EditUrl", "Verweis"},
+                                      {"EditAlias", "Name"},
+                                      {"EditName", "Objekt"},
+                                      {"EditValue", "Obj. Wert"},
+                                      {"CBoxDataType", "Typ"},
+                                      {"EditAccess", "Zugang"},
+                                      {"CBoxDataSource", "Quelle"}})
+        EXPECT_EQ(Field<QWidget>(field)->accessibleName().toStdString(), name);
 }
 
 TEST_F(LinkDialog, OffersTypesAndSourcesInTheOrderOfTheirEnumerations)

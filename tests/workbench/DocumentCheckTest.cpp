@@ -21,6 +21,13 @@ protected:
         WriteAll(path, content);
         return path;
     }
+    // By Enter on the last line.
+    void Activate()
+    {
+        Window().Messages().FocusText();
+        Lines().setTextCursor(QTextCursor(Lines().document()->lastBlock()));
+        QTest::keyClick(&Lines(), Qt::Key_Return);
+    }
     QPlainTextEdit& Lines() { return *Window().Messages().findChild<QPlainTextEdit*>(); }
 };
 
@@ -96,6 +103,39 @@ TEST_F(DocumentCheck, LeadsToTheEditorByMouseAndKeyboard)
     Lines().setTextCursor(last);
     QTest::keyClick(&Lines(), Qt::Key_Return);
     EXPECT_EQ(Window().Panes().PaneOf(QApplication::focusWidget()), &Pane(QStringLiteral("scenes")));
+}
+
+TEST_F(DocumentCheck, LeadsToWhatStandsInTheLine)
+{
+    Window().OpenProject(MakeProject(QStringLiteral("Haus")));
+    Window().show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    Window().Panes().LoadAll();
+    TTestComponent& component = Component(QStringLiteral("scenes"));
+    ReportDocument(&component, Document("<menu>\r\n<menuitem a=\"b\"/>\r\n</menu>\r\n"));
+    EXPECT_EQ(component.AskedPlaces, QStringList());
+    ReportDocument(component.Field, Document("<menu>\r\n<menuitem a=\"b\"c\"/>\r\n</menu>\r\n"));
+    EXPECT_EQ(component.AskedPlaces, QStringList{QStringLiteral("menu.xml:2")});
+    EXPECT_EQ(component.ShownPlaces, QStringList());
+
+    Activate();
+    EXPECT_EQ(component.ShownPlaces, QStringList{QStringLiteral("menu.xml:2")});
+    EXPECT_EQ(Window().Panes().PaneOf(QApplication::focusWidget()), &Pane(QStringLiteral("scenes")));
+}
+
+TEST_F(DocumentCheck, LeadsToTheEditorAloneWhereThePlaceIsGone)
+{
+    Window().OpenProject(MakeProject(QStringLiteral("Haus")));
+    Window().show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    Window().Panes().LoadAll();
+    TTestComponent& component = Component(QStringLiteral("scenes"));
+    ReportDocument(&component, Document("<menu"));
+    component.HasPlaces = false;
+    Activate();
+    EXPECT_EQ(component.ShownPlaces, QStringList());
+    EXPECT_EQ(Window().Panes().PaneOf(QApplication::focusWidget()), &Pane(QStringLiteral("scenes")));
+    EXPECT_EQ(m_messages.Errors, QStringList());
 }
 
 TEST_F(DocumentCheck, LeavesOtherLinesAlone)

@@ -152,6 +152,25 @@ TEST_F(MainWindowMenus, ExportedMenuOpensInTheBrowser)
     EXPECT_EQ(m_messages.Errors, QStringList());
 }
 
+TEST_F(MainWindowMenus, PageThatTheMenusCommandNamesOpensInTheBrowser)
+{
+    TOpenedUrls opened;
+    QDir(m_directory.path()).mkpath(QStringLiteral("Haus/_menu"));
+    WriteAll(m_directory.filePath(QStringLiteral("Haus/_menu/menu.html")), "<html/>");
+    Pane(QStringLiteral("b")).Execute(QStringLiteral("Velmora.MenuTree.1://?out=%PRJPATH%\\visu\\start.html"));
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>());
+    ASSERT_EQ(m_messages.Errors.size(), 1);
+    const QString page = m_directory.filePath(QStringLiteral("Haus/visu/start.html"));
+    EXPECT_TRUE(m_messages.Errors.first().contains(page));
+
+    QDir(m_directory.path()).mkpath(QStringLiteral("Haus/visu"));
+    WriteAll(page, "<html/>");
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>{QUrl::fromLocalFile(page)});
+    EXPECT_EQ(m_messages.Errors.size(), 1);
+}
+
 TEST_F(MainWindowMenus, MenuThatWasNotExportedIsNamed)
 {
     TOpenedUrls opened;

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -114,6 +115,23 @@ void TTestComponent::ExecuteCmd(const char* command, bool& handled)
     if (text.contains(QStringLiteral("modal")))
         QDialog(this).exec();
     Note(Field, QStringLiteral("Befehl %1").arg(UserManager()->DecodeVars(text)));
+}
+
+QString TTestComponent::ExportedPage() const
+{
+    TQueryItems items;
+    TURLName(Commands.value(Commands.size() - 1)).GetQueryItems(items);
+    return ToPlatformPath(UserManager()->DecodeVars(items.Value(QStringLiteral("out"))));
+}
+
+TDocumentPlace TTestComponent::DocumentPlace(const QString& path, int line)
+{
+    AskedPlaces.append(QStringLiteral("%1:%2").arg(QFileInfo(path).fileName()).arg(line));
+    return [this, place = AskedPlaces.last()] {
+        if (HasPlaces)
+            ShownPlaces.append(place);
+        return HasPlaces;
+    };
 }
 
 void TTestComponent::Export()

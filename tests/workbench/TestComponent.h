@@ -32,6 +32,11 @@ public:
     void ExecuteCmd(const char* command, bool& handled) override;
     void QueryCmd(const char* command, bool& accepted) override;
 
+    // The page that "out" of the last command names, with the project's variables decoded; empty without one.
+    Q_INVOKABLE QString ExportedPage() const;
+    // Every line of every document has a place here: the field.
+    Q_INVOKABLE TDocumentPlace DocumentPlace(const QString& path, int line);
+
     // What a user does.
     void Edit() { setWindowModified(true); }
 
@@ -44,6 +49,10 @@ public:
     int Exports = 0;
     int ProjectChanges = 0;
     int UpdateCount = 0;
+    // The places that were asked for and those that the user was led to, and whether they are still there.
+    QStringList AskedPlaces;
+    QStringList ShownPlaces;
+    bool HasPlaces = true;
 
     static int LiveCount;
 
