@@ -190,7 +190,7 @@ TEST_F(VlshellctrlsMenuTest, F2RenamesInPlaceAndKeepsTheExtension)
     ASSERT_TRUE(Select("alt.txt"));
     QTest::keyClick(&Tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
-    EXPECT_EQ(Editor()->selectedText(), QStringLiteral("alt"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Editor()->selectedText() == QStringLiteral("alt"); }));
     QTest::keyClicks(Editor(), QStringLiteral("neu"));
     QTest::keyClick(Editor(), Qt::Key_Return);
     EndEditing();
