@@ -5,8 +5,9 @@
 
 #include <vector>
 
-// What the shell tree knows of the file system: names as the bytes that the file system has for them, and kinds. Nothing
-// here opens an item or follows a link, so that neither a FIFO nor a share that does not answer can block the tree.
+// What the shell tree knows of the file system: names as the bytes that the file system has for them, and kinds.
+// Nothing here opens an item or follows a link, so that neither a FIFO nor a share that does not answer can block the
+// tree.
 
 enum TShellItemKind : quint8
 {
@@ -50,4 +51,4 @@ bool IsDecodableName(const QByteArray& name);
 // What names are ordered by: without regard to case, accents after their plain letters.
 QString ShellSortKey(const QByteArray& name);
 // The order of two keys; numbers in them compare as numbers. Negative, zero or positive.
-int CompareSortKeys(QStringView a, QStringView b);
+int CompareSortKeys(const QString& a, const QString& b);

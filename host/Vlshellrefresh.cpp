@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr int ShortestPause = 150; // milliseconds
+constexpr int LongestPause = 2000;
 constexpr int RootPause = 1000;
 // Of the time, at most one part in so many goes to comparing folders.
 constexpr int Share = 5;
@@ -107,7 +108,7 @@ void TShellRefresh::HandleTimer()
         QElapsedTimer cost;
         cost.start();
         Q_EMIT Due(std::exchange(m_dirty, {}));
-        m_timer.setInterval(std::max(ShortestPause, Share * static_cast<int>(cost.elapsed())));
+        m_timer.setInterval(std::clamp(Share * static_cast<int>(cost.elapsed()), ShortestPause, LongestPause));
     });
 }
 

@@ -27,15 +27,16 @@ struct TKey
     bool Required;
 };
 
-const std::array<TKey, 6>& Keys()
+const std::array<TKey, 7>& Keys()
 {
-    static const std::array<TKey, 6> keys{
+    static const std::array<TKey, 7> keys{
         TKey{.Name = QStringLiteral("id"), .Field = &TPaneSetup::Id, .Required = true},
         TKey{.Name = QStringLiteral("title"), .Field = &TPaneSetup::Title, .Required = true},
         TKey{.Name = QStringLiteral("class"), .Field = &TPaneSetup::Class, .Required = true},
         TKey{.Name = QStringLiteral("command"), .Field = &TPaneSetup::Command, .Required = false},
         TKey{.Name = QStringLiteral("side"), .Field = &TPaneSetup::Side, .Required = false},
         TKey{.Name = QStringLiteral("onProject"), .Field = &TPaneSetup::OnProject, .Required = false},
+        TKey{.Name = QStringLiteral("load"), .Field = &TPaneSetup::Load, .Required = false},
     };
     return keys;
 }
@@ -87,6 +88,7 @@ TPaneSetup ReadPane(const QJsonValue& value)
         Refuse(QStringLiteral("der Name \"%1\" ist nicht erlaubt").arg(setup.Id));
     RefuseOtherThan(QStringLiteral("side"), setup.Side, QStringLiteral("right"));
     RefuseOtherThan(QStringLiteral("onProject"), setup.OnProject, QStringLiteral("command"));
+    RefuseOtherThan(QStringLiteral("load"), setup.Load, QStringLiteral("start"));
     return setup;
 }
 

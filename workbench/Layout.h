@@ -17,6 +17,8 @@ struct TPaneSetup
     // "command" for a component that gets its command again when another project is open; empty for one that follows
     // the project by itself
     QString OnProject = {};
+    // "start" for a component that works from the start, also behind a tab; empty for one that is made when it is seen
+    QString Load = {};
 
     bool operator==(const TPaneSetup&) const = default;
 };

@@ -139,6 +139,7 @@ void TMainWindow::ShowLayout(const TLayout& layout)
     m_panes.SetLayout(layout);
     if (m_remembersArrangement && !layout.isEmpty())
         RestoreArrangement(*this, layout);
+    m_panes.LoadStarting();
 }
 
 void TMainWindow::ResetArrangement()

@@ -2,6 +2,7 @@
 
 #include "Layout.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QPointer>
 
@@ -24,6 +25,8 @@ public:
     // Beside the others, so that something can be dragged from one to the other.
     bool StandsBeside() const { return !m_setup.Side.isEmpty(); }
 
+    // True when the component works from the start; not when the user has closed the pane.
+    bool LoadsAtStart() const { return !m_setup.Load.isEmpty() && toggleViewAction()->isChecked(); }
     // Makes the component and sends it the layout's command, unless it is there already. What fails is told the user;
     // the pane of a class that nobody offers shows a text saying so.
     void Load();

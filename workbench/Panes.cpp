@@ -80,6 +80,14 @@ void TPanes::Arrange(QDockWidget& below)
     }
 }
 
+void TPanes::LoadStarting()
+{
+    for (TPane* pane : std::as_const(m_panes)) {
+        if (pane->LoadsAtStart())
+            pane->Load();
+    }
+}
+
 void TPanes::LoadAll()
 {
     for (TPane* pane : std::as_const(m_panes))

@@ -27,6 +27,8 @@ public:
     void SetLayout(const TLayout& layout);
     // The panes in one place with tabs, as if the window was new, all of them shown, and `below` under them.
     void Arrange(QDockWidget& below);
+    // Makes the components that work from the start.
+    void LoadStarting();
     // Makes every component, also of panes that nobody has seen yet.
     void LoadAll();
 

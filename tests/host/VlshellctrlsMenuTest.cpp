@@ -44,7 +44,13 @@ protected:
         editor->selectAll();
         editor->insert(name);
         QTest::keyClick(editor, Qt::Key_Return);
-        QTest::qWait(1);
+        EndEditing();
+    }
+    // The field goes, and then the name is taken over.
+    void EndEditing()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return Editor() == nullptr; }));
+        QTest::qWait(10);
     }
     // The right button of the mouse.
     void ClickRight(const QPoint& place)
@@ -101,10 +107,14 @@ TEST_F(VlshellctrlsMenuTest, IsGermanAndHasItsKeys)
     for (const QAction* action : Tree.ContextMenu()->actions())
         rows.append(action->text() + u'|' + action->shortcut().toString(QKeySequence::PortableText));
     const QStringList expected{
-        QStringLiteral("Öffnen\tEingabe|"),     QStringLiteral("Bearbeiten|F4"),
-        QStringLiteral("|"),                    QStringLiteral("Umbenennen|F2"),
-        QStringLiteral("Löschen|Del"),          QStringLiteral("Neuer Ordner|Ctrl+Shift+N"),
-        QStringLiteral("|"),                    QStringLiteral("Pfad kopieren|Ctrl+Shift+C"),
+        QStringLiteral("Öffnen\tEingabe|"),
+        QStringLiteral("Bearbeiten|F4"),
+        QStringLiteral("|"),
+        QStringLiteral("Umbenennen|F2"),
+        QStringLiteral("Löschen|Del"),
+        QStringLiteral("Neuer Ordner|Ctrl+Shift+N"),
+        QStringLiteral("|"),
+        QStringLiteral("Pfad kopieren|Ctrl+Shift+C"),
         QStringLiteral("Aktualisieren|F5"),
     };
     EXPECT_EQ(rows, expected);
@@ -180,10 +190,10 @@ TEST_F(VlshellctrlsMenuTest, F2RenamesInPlaceAndKeepsTheExtension)
     ASSERT_TRUE(Select("alt.txt"));
     QTest::keyClick(&Tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
-    EXPECT_EQ(Editor()->selectedText(), QStringLiteral("alt"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Editor()->selectedText() == QStringLiteral("alt"); }));
     QTest::keyClicks(Editor(), QStringLiteral("neu"));
     QTest::keyClick(Editor(), Qt::Key_Return);
-    QTest::qWait(1);
+    EndEditing();
     EXPECT_EQ(Outline(), QStringLiteral("b.txt neu.txt"));
     EXPECT_EQ(Selected(), "neu.txt");
     EXPECT_TRUE(Exists("neu.txt"));
@@ -198,7 +208,7 @@ TEST_F(VlshellctrlsMenuTest, EscapeLeavesTheNameAsItWas)
     QTest::keyClick(&Tree, Qt::Key_F2);
     QTest::keyClicks(Editor(), QStringLiteral("neu"));
     QTest::keyClick(Editor(), Qt::Key_Escape);
-    QTest::qWait(1);
+    EndEditing();
     EXPECT_EQ(Outline(), QStringLiteral("alt"));
     EXPECT_TRUE(Exists("alt"));
 }
@@ -246,8 +256,10 @@ TEST_F(VlshellctrlsMenuTest, ARefusedNameIsAnErrorAndLosesNothing)
         ASSERT_TRUE(Select("a"));
         QTest::keyClick(&Tree, Qt::Key_F2);
         TypeName(name);
-        EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("\"%1/a\" kann nicht umbenannt werden (%2)")
-                                                     .arg(Root(), QString::fromUtf16(reason))});
+        EXPECT_EQ(
+            m_messages.Errors,
+            QStringList{
+                QStringLiteral("\"%1/a\" kann nicht umbenannt werden (%2)").arg(Root(), QString::fromUtf16(reason))});
         EXPECT_EQ(Outline(), QStringLiteral("a b"));
         EXPECT_EQ(ReadAll(Root() + QStringLiteral("/b")), "B");
     }
@@ -260,7 +272,7 @@ TEST_F(VlshellctrlsMenuTest, ANameThatIsNoTextCanBeReplacedByOneThatIs)
     ASSERT_TRUE(Select("gr\xfcn"));
     QTest::keyClick(&Tree, Qt::Key_F2);
     QTest::keyClick(Editor(), Qt::Key_Return);
-    QTest::qWait(1);
+    EndEditing();
     EXPECT_TRUE(Exists("gr\xfcn")) << "confirmed as it was";
     QTest::keyClick(&Tree, Qt::Key_F2);
     TypeName(QStringLiteral("grün"));

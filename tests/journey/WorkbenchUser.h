@@ -29,11 +29,14 @@ inline constexpr QRect WindowPlace(30, 40, 1200, 860);
 
 using TContents = QMap<QString, QByteArray>;
 
+// All files but the log of the project's files, which tells of the others.
 inline TContents ContentsOf(const QString& directory)
 {
     TContents contents;
     for (QDirIterator files(directory, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
         const QString path = files.next();
+        if (QFileInfo(path).fileName() == QStringLiteral("actions.log"))
+            continue;
         contents.insert(QDir(directory).relativeFilePath(path), ReadAll(path));
     }
     return contents;

@@ -141,10 +141,26 @@ TEST(FoldersModule, TellsItsUnitsInTheirOrder)
     const QStringList units = package.GetUnits();
     const qsizetype texts = units.indexOf(QStringLiteral("FoldersRc"));
     const qsizetype common = units.indexOf(QStringLiteral("FoldersCommon"));
+    const qsizetype files = units.indexOf(QStringLiteral("ICmdShellTree"));
+    const qsizetype menu = units.indexOf(QStringLiteral("IMenuTree"));
     const qsizetype scenes = units.indexOf(QStringLiteral("IScenesTree"));
     EXPECT_EQ(texts, 0);
     EXPECT_GT(common, texts);
-    EXPECT_GT(scenes, common);
+    EXPECT_GT(files, common);
+    EXPECT_GT(menu, files);
+    EXPECT_GT(scenes, menu);
+}
+
+TEST(FoldersModule, OffersTheProjectFilesByTheirClassOnly)
+{
+    const TOfferedRegistry offered;
+    const auto name = QStringLiteral("TICmdShellTreeView");
+    const TLoadedPackage package(Module);
+    EXPECT_TRUE(IsRegistered(name));
+    const std::unique_ptr<QWidget> component(CreateComponent(name, nullptr));
+    EXPECT_NE(qobject_cast<ICmdTarget*>(component.get()), nullptr);
+    EXPECT_EQ(offered.Registry.ClassOf(QStringLiteral("Velmora.CmdShellTree.1")),
+              QStringLiteral("Velmora.CmdShellTree.1"));
 }
 
 TEST(FoldersModule, RequiresTheHost)

@@ -190,7 +190,7 @@ TEST_F(ShellTreeLog, RenamingInTheTreeIsLogged)
     QTest::qWait(1);
     QTest::keyClicks(Tree().viewport()->findChild<QLineEdit*>(), QStringLiteral("neu"));
     QTest::keyClick(Tree().viewport()->findChild<QLineEdit*>(), Qt::Key_Return);
-    QTest::qWait(1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(Project.Path(QStringLiteral("neu.txt"))); }));
     Settle();
     EXPECT_EQ(ReadAll(LogOf(Project.Root())), "REN \"" + At("alt.txt") + "\" \"" + At("neu.txt") + "\"\r\n");
     EXPECT_EQ(Tree().SelectedFolder()->NativePath(), At("neu.txt"));

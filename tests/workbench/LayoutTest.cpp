@@ -6,6 +6,8 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -47,6 +49,18 @@ TEST(Layout, InstallationShowsTheScheduleAndItsWeek)
     EXPECT_EQ(layout.last().Class, QStringLiteral("TWeekView"));
     EXPECT_EQ(layout.last().Command, QStringLiteral("weekview://?pane=schedule"));
     EXPECT_EQ(layout.last().Side, QStringLiteral("right"));
+}
+
+TEST(Layout, InstallationKeepsTheLogOfTheProjectFilesFromTheStart)
+{
+    const TLayout layout = InstallationLayout();
+    const auto files = std::find_if(layout.begin(), layout.end(),
+                                    [](const TPaneSetup& pane) { return pane.Id == QStringLiteral("files"); });
+    ASSERT_NE(files, layout.end());
+    EXPECT_EQ(files->Title, QStringLiteral("Projektdateien"));
+    EXPECT_EQ(files->Class, QStringLiteral("TICmdShellTreeView"));
+    EXPECT_EQ(files->Command, QStringLiteral("shelltree://%PRJPATH%?project=1&files=all&log=yes"));
+    EXPECT_EQ(files->Load, QStringLiteral("start"));
 }
 
 TEST(Layout, WhatHappensWithAnotherProjectIsRead)
@@ -105,6 +119,7 @@ TEST(Layout, DamageIsNamedWithFileAndReason)
         {WithPanes(R"({"id":"a","title":"A","class":"X","side":"left"})"), "\"side\" kennt nur \"right\""},
         {WithPanes(R"({"id":"a","title":"A","class":"X","onProject":"reload"})"),
          "Bereich 1: \"onProject\" kennt nur \"command\""},
+        {WithPanes(R"({"id":"a","title":"A","class":"X","load":"later"})"), "Bereich 1: \"load\" kennt nur \"start\""},
         {WithPanes(R"({"id":"a","title":"A","class":"X","onProject":true})"), "\"onProject\" fehlt oder ist kein Text"},
         {WithPanes(R"({"id":"a=b","title":"A","class":"X"})"), "der Name \"a=b\" ist nicht erlaubt"},
         {WithPanes(R"({"id":"messages","title":"A","class":"X"})"), "der Name \"messages\" ist nicht erlaubt"},

@@ -56,6 +56,29 @@ TEST_F(PaneTest, ComponentIsNotMadeBeforeThePaneIsSeen)
     EXPECT_NE(Pane(A).Component(), nullptr);
 }
 
+TEST_F(PaneTest, ComponentThatWorksFromTheStartIsMadeBehindItsTab)
+{
+    Window().show();
+    TPaneSetup starting = TestPane(B);
+    starting.Load = QStringLiteral("start");
+    Window().Panes().SetLayout({TestPane(A), starting, TestPane(QStringLiteral("c"))});
+    EXPECT_TRUE(Pane(B).visibleRegion().isEmpty());
+    Window().Panes().LoadStarting();
+    EXPECT_NE(Pane(B).Component(), nullptr);
+    EXPECT_EQ(Pane(QStringLiteral("c")).Component(), nullptr);
+}
+
+TEST_F(PaneTest, ComponentThatWorksFromTheStartStaysAwayWhenItsPaneIsClosed)
+{
+    Window().show();
+    TPaneSetup starting = TestPane(B);
+    starting.Load = QStringLiteral("start");
+    Window().Panes().SetLayout({TestPane(A), starting});
+    Pane(B).hide();
+    Window().Panes().LoadStarting();
+    EXPECT_EQ(Pane(B).Component(), nullptr);
+}
+
 TEST_F(PaneTest, UnknownClassShowsATextAndTheOthersWork)
 {
     TPaneSetup unknown = TestPane(A);
