@@ -1,5 +1,6 @@
 #include "Folders.h"
 
+#include "ICmdButtons.h"
 #include "IMenuTree.h"
 #include "IScenesTree.h"
 #include "IScheduleTree.h"
@@ -15,6 +16,7 @@ TUnitList& Units()
     static TUnitList units({
         {.Name = "FoldersRc"},
         {.Name = "FoldersCommon", .Initialize = InitializeXml, .Finalize = FinalizeXml},
+        {.Name = "ICmdButtons", .Initialize = InitializeCmdButtonsUnit, .Finalize = FinalizeCmdButtonsUnit},
         {.Name = "IMenuTree", .Initialize = InitializeMenuUnit, .Finalize = FinalizeMenuUnit},
         {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},
         {.Name = "IScheduleTree", .Initialize = InitializeScheduleUnit, .Finalize = FinalizeScheduleUnit},

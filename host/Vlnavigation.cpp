@@ -123,7 +123,9 @@ void TNavigation::ShowRecord()
 {
     QString text = GetCaption();
     setText(text.replace(u'&', QStringLiteral("&&")));
-    setToolTip(m_record.Target.isEmpty() ? GetCaption() : GetCaption() + u'\n' + m_record.Target);
+    const QString tip = m_record.Target.isEmpty() ? GetCaption() : GetCaption() + u'\n' + m_record.Target;
+    // A tip that looks like markup would be shown as such.
+    setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
 }
 
 QString TNavigation::GetCaption() const

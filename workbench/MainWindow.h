@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DocumentCheck.h"
+#include "PaneCommands.h"
 #include "Panes.h"
 #include "RecentProjects.h"
 #include "Userman.h"
@@ -77,6 +78,7 @@ private:
 
     IModifiedAsker& m_asker;
     TPanes m_panes;
+    TPaneCommands m_commands;
     TMessagePane* m_messages;
     TDocumentCheck m_documentCheck;
     TRecentProjects m_recent;

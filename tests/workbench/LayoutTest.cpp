@@ -6,6 +6,8 @@
 #include <QDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -47,6 +49,19 @@ TEST(Layout, InstallationShowsTheScheduleAndItsWeek)
     EXPECT_EQ(layout.last().Class, QStringLiteral("TWeekView"));
     EXPECT_EQ(layout.last().Command, QStringLiteral("weekview://?pane=schedule"));
     EXPECT_EQ(layout.last().Side, QStringLiteral("right"));
+}
+
+TEST(Layout, InstallationShowsTheCommandsOfTheProject)
+{
+    const TLayout layout = InstallationLayout();
+    const auto found = std::find_if(layout.begin(), layout.end(),
+                                    [](const TPaneSetup& setup) { return setup.Id == QStringLiteral("buttons"); });
+    ASSERT_NE(found, layout.end());
+    EXPECT_EQ(found->Title, QStringLiteral("Befehle"));
+    EXPECT_EQ(found->Class, QStringLiteral("Velmora.CmdButtons.1"));
+    EXPECT_EQ(found->Command, QStringLiteral("Velmora.CmdButtons.1://%PRJPATH%/_buttons"));
+    EXPECT_EQ(found->Side, QStringLiteral("right"));
+    EXPECT_TRUE(found->OnProject.isEmpty());
 }
 
 TEST(Layout, WhatHappensWithAnotherProjectIsRead)
