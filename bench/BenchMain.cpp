@@ -20,6 +20,7 @@ int main(int argc, char** argv)
     AddDatapointMeasures();
     AddMenuMeasures();
     AddScheduleMeasures();
+    AddButtonMeasures();
     AddMemoryMeasures();
     AddStartMeasures();
 

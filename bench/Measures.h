@@ -59,6 +59,7 @@ void AddEditMeasures();
 void AddDatapointMeasures();
 void AddMenuMeasures();
 void AddScheduleMeasures();
+void AddButtonMeasures();
 
 // What the program does instead when it is started as a child to weigh itself; false when it was not.
 bool RunAsMemoryChild(int argc, char** argv);

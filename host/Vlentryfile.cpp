@@ -89,7 +89,8 @@ class TEntryParser
 public:
     void ParseLine(const QString& line, int number)
     {
-        const QString trimmed = line.trimmed();
+        // A carriage return is part of a line's end, or a blank.
+        const QString trimmed = QString(line).replace(u'\r', u' ').trimmed();
         if (trimmed.isEmpty() || trimmed.startsWith(u'#'))
             return;
         const qsizetype equals = trimmed.indexOf(u'=');
@@ -147,8 +148,7 @@ private:
 QByteArray OneLine(const QString& value)
 {
     QString line = value;
-    for (const QChar end : {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
-        line.replace(end, u' ');
+    line.replace(u'\n', u' ').replace(u'\r', u' ');
     return line.trimmed().toUtf8();
 }
 
