@@ -25,6 +25,7 @@ TICmdButtons::TICmdButtons(QWidget* parent)
 {
     setObjectName(ClassName);
     setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::ClickFocus); // the keyboard goes to the buttons
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_layout->setAlignment(Qt::AlignTop);

@@ -80,3 +80,12 @@ TEST_F(CmdButtonsKeyboard, RemovingTheFocusedButtonKeepsTheKeyboardInTheBar)
     Bar().RemoveCmdButton(Button(A));
     EXPECT_EQ(Focused(), B);
 }
+
+TEST_F(CmdButtonsKeyboard, TabDoesNotStopAtTheBarBetweenItsButtons)
+{
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(Focused(), C);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(Focused(), A);
+}
