@@ -21,6 +21,7 @@ int main(int argc, char** argv)
     AddMenuMeasures();
     AddScheduleMeasures();
     AddWatchMeasures();
+    AddButtonMeasures();
     AddMemoryMeasures();
     AddStartMeasures();
 

@@ -60,6 +60,7 @@ void AddDatapointMeasures();
 void AddMenuMeasures();
 void AddScheduleMeasures();
 void AddWatchMeasures();
+void AddButtonMeasures();
 
 // What the program does instead when it is started as a child to weigh itself; false when it was not.
 bool RunAsMemoryChild(int argc, char** argv);

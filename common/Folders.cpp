@@ -1,5 +1,6 @@
 #include "Folders.h"
 
+#include "ICmdButtons.h"
 #include "ICmdShellTree.h"
 #include "IMenuTree.h"
 #include "IScenesTree.h"
@@ -16,6 +17,7 @@ TUnitList& Units()
     static TUnitList units({
         {.Name = "FoldersRc"},
         {.Name = "FoldersCommon", .Initialize = InitializeXml, .Finalize = FinalizeXml},
+        {.Name = "ICmdButtons", .Initialize = InitializeCmdButtonsUnit, .Finalize = FinalizeCmdButtonsUnit},
         {.Name = "ICmdShellTree", .Initialize = InitializeShellTreeUnit, .Finalize = FinalizeShellTreeUnit},
         {.Name = "IMenuTree", .Initialize = InitializeMenuUnit, .Finalize = FinalizeMenuUnit},
         {.Name = "IScenesTree", .Initialize = InitializeScenesUnit, .Finalize = FinalizeScenesUnit},

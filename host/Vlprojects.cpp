@@ -84,7 +84,8 @@ TProject TProject::Create(const QString& directory, const QString& name)
     for (const char* folder : {"scenes", "schedule"})
         ForceDirectories(
             JoinFilePath(root, {QStringLiteral("_config"), QStringLiteral("data"), QString::fromLatin1(folder)}));
-    ForceDirectories(JoinFilePath(root, {QStringLiteral("_menu")}));
+    for (const char* folder : {"_menu", "_buttons"})
+        ForceDirectories(JoinFilePath(root, {QString::fromLatin1(folder)}));
     const QJsonObject content{{FormatKey(), FileFormat}, {NameKey(), name.trimmed()}};
     WriteFile(file, QJsonDocument(content).toJson());
     return Load(root);

@@ -2,6 +2,7 @@
 
 #include "Installation.h"
 #include "DatapointBrowser.h"
+#include "Folders.h"
 #include "Userman.h"
 #include "Vlerrors.h"
 #include "WeekView.h"
@@ -10,6 +11,8 @@ THostServices::THostServices()
 {
     SetupUserManager();
     SetApplicationInterface(IID_IRegisterClient, &m_clients);
+    // The bar's unit makes only its class known, so its ProgID is ours to give.
+    m_clients.RegisterComponentClass(QString::fromLatin1(ProgIdCmdButtons), QStringLiteral("TICmdButtons"));
     RegisterDatapointBrowsers();
     RegisterWeekView();
 }

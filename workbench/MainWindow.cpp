@@ -37,7 +37,11 @@ template <class TFunction> bool Attempt(TFunction&& function)
 } // namespace
 
 TMainWindow::TMainWindow(const TClientRegistry& clients, IModifiedAsker& asker)
-    : m_asker(asker), m_panes(*this, clients), m_messages(new TMessagePane(this)), m_documentCheck(*m_messages, m_panes)
+    : m_asker(asker),
+      m_panes(*this, clients),
+      m_commands(m_panes, clients, asker),
+      m_messages(new TMessagePane(this)),
+      m_documentCheck(*m_messages, m_panes)
 {
     setDockNestingEnabled(true);
     setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);

@@ -2,6 +2,7 @@
 
 #include "DocumentCheck.h"
 #include "Folders.h"
+#include "PaneCommands.h"
 #include "Panes.h"
 #include "RecentProjects.h"
 #include "Userman.h"
@@ -78,6 +79,7 @@ private:
 
     IModifiedAsker& m_asker;
     TPanes m_panes;
+    TPaneCommands m_commands;
     TMessagePane* m_messages;
     TDocumentCheck m_documentCheck;
     TRecentProjects m_recent;

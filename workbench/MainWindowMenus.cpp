@@ -22,6 +22,7 @@ QAction* TMainWindow::AddCommand(QMenu& menu, const QString& name, const QString
     action->setObjectName(name);
     action->setShortcut(shortcut);
     connect(action, &QAction::triggered, this, [this, method] { Guarded([this, method] { (this->*method)(); }); });
+    FolderManager().RegisterAction(name, action);
     return action;
 }
 

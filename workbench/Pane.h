@@ -21,6 +21,7 @@ public:
     ~TPane() override;
 
     const QString& Id() const { return m_setup.Id; }
+    const TPaneSetup& Setup() const { return m_setup; }
     const QString& Title() const { return m_setup.Title; }
     // Beside the others, so that something can be dragged from one to the other.
     bool StandsBeside() const { return !m_setup.Side.isEmpty(); }

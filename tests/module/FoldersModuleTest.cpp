@@ -1,5 +1,6 @@
 #include "Folders.h"
 
+#include "Folderman.h"
 #include "TestSupport.h"
 #include "Userman.h"
 #include "Vlclassregistry.h"
@@ -127,6 +128,37 @@ TEST(FoldersModule, RegistersItsProgIdWithARegistryThatIsOffered)
     EXPECT_EQ(offered.Registry.ClassOf(QStringLiteral("velmora.configtree.1")), ConfigTreeClass);
 }
 
+// Its unit makes the class known and leaves the ProgID to the host.
+TEST(FoldersModule, RegistersTheBarByItsClassOnly)
+{
+    TOfferedRegistry offered;
+    const auto barClass = QStringLiteral("TICmdButtons");
+    const auto progId = QString::fromLatin1(ProgIdCmdButtons);
+    {
+        const TLoadedPackage package(Module);
+        EXPECT_TRUE(IsRegistered(barClass));
+        EXPECT_EQ(offered.Registry.ClassOf(progId), progId);
+    }
+    EXPECT_FALSE(IsRegistered(barClass));
+}
+
+TEST(FoldersModule, BarShowsTheFolderManagersEntriesOfTheHost)
+{
+    const TTemporaryProject project;
+    const TRecordedMessages messages;
+    const TLoadedPackage package(Module);
+    project.Write(QStringLiteral("_buttons/a.uri"), "Command=pane://a");
+    const std::unique_ptr<QWidget> bar(CreateComponent(QStringLiteral("TICmdButtons"), nullptr));
+    auto* target = qobject_cast<ICmdTarget*>(bar.get());
+    ASSERT_NE(target, nullptr);
+    bool handled = false;
+    target->ExecuteCmd("Velmora.CmdButtons.1://%PRJPATH%/_buttons", handled);
+    EXPECT_TRUE(handled);
+    ASSERT_EQ(FolderManager().Entries().size(), 1);
+    FolderManager().Entries().first()->trigger();
+    EXPECT_EQ(messages.Errors.size(), 1); // nobody takes commands here
+}
+
 TEST(FoldersModule, LoadsWithoutARegistry)
 {
     TClientRegistry registry;
@@ -144,7 +176,9 @@ TEST(FoldersModule, TellsItsUnitsInTheirOrder)
     const qsizetype files = units.indexOf(QStringLiteral("ICmdShellTree"));
     const qsizetype menu = units.indexOf(QStringLiteral("IMenuTree"));
     const qsizetype scenes = units.indexOf(QStringLiteral("IScenesTree"));
+    const qsizetype bar = units.indexOf(QStringLiteral("ICmdButtons"));
     EXPECT_EQ(texts, 0);
+    EXPECT_EQ(bar, common + 1);
     EXPECT_GT(common, texts);
     EXPECT_GT(files, common);
     EXPECT_GT(menu, files);

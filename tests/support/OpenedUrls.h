@@ -3,16 +3,27 @@
 #include <QDesktopServices>
 #include <QList>
 #include <QObject>
+#include <QStringList>
 #include <QUrl>
 
-// Takes the place of the system's browser while it lives.
+// Takes the place of the system's programs for files, or for other schemes of addresses, while it lives.
 class TOpenedUrls final : public QObject
 {
     Q_OBJECT
 
 public:
-    TOpenedUrls() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open"); }
-    ~TOpenedUrls() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    explicit TOpenedUrls(const QStringList& schemes = {QStringLiteral("file")}) : m_schemes(schemes)
+    {
+        for (const QString& scheme : m_schemes)
+            QDesktopServices::setUrlHandler(scheme, this, "Open");
+    }
+    ~TOpenedUrls() override
+    {
+        for (const QString& scheme : m_schemes)
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+    TOpenedUrls(const TOpenedUrls&) = delete;
+    TOpenedUrls& operator=(const TOpenedUrls&) = delete;
 
     const QList<QUrl>& Urls() const { return m_urls; }
 
@@ -20,5 +31,6 @@ public Q_SLOTS:
     void Open(const QUrl& url) { m_urls.append(url); }
 
 private:
+    QStringList m_schemes;
     QList<QUrl> m_urls;
 };

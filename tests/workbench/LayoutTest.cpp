@@ -63,6 +63,19 @@ TEST(Layout, InstallationKeepsTheLogOfTheProjectFilesFromTheStart)
     EXPECT_EQ(files->Load, QStringLiteral("start"));
 }
 
+TEST(Layout, InstallationShowsTheCommandsOfTheProject)
+{
+    const TLayout layout = InstallationLayout();
+    const auto found = std::find_if(layout.begin(), layout.end(),
+                                    [](const TPaneSetup& setup) { return setup.Id == QStringLiteral("buttons"); });
+    ASSERT_NE(found, layout.end());
+    EXPECT_EQ(found->Title, QStringLiteral("Befehle"));
+    EXPECT_EQ(found->Class, QStringLiteral("Velmora.CmdButtons.1"));
+    EXPECT_EQ(found->Command, QStringLiteral("Velmora.CmdButtons.1://%PRJPATH%/_buttons"));
+    EXPECT_EQ(found->Side, QStringLiteral("right"));
+    EXPECT_TRUE(found->OnProject.isEmpty());
+}
+
 TEST(Layout, WhatHappensWithAnotherProjectIsRead)
 {
     const auto onProject = [](const QByteArray& more) {

@@ -113,10 +113,10 @@ TEST_F(MainWindowMenus, ViewMenuListsEveryPane)
 TEST_F(MainWindowMenus, ViewMenuFollowsTheLayout)
 {
     ASSERT_TRUE(Window().CloseProject());
-    EXPECT_EQ(Entries("ViewMenu").first(8),
+    EXPECT_EQ(Entries("ViewMenu").first(9),
               (QStringList{QStringLiteral("Szenen"), QStringLiteral("Wochenschaltplan"), QStringLiteral("Menu"),
                            QStringLiteral("EIB"), QStringLiteral("Modbus"), QStringLiteral("Virtuell"),
-                           QStringLiteral("Wochenansicht"), QStringLiteral("Meldungen")}));
+                           QStringLiteral("Befehle"), QStringLiteral("Wochenansicht"), QStringLiteral("Meldungen")}));
 }
 
 TEST_F(MainWindowMenus, ProjectCanBeClosedOnlyWhileOneIsOpen)

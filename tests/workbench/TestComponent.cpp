@@ -51,7 +51,7 @@ void TTestComponent::Register()
     IInterface* found = nullptr;
     FindApplicationInterface(IID_IRegisterClient, &found);
     if (auto* clients = static_cast<IRegisterClient*>(found)) {
-        for (const char* progId : {ProgIdMenuTree, ProgIdConfigTree, ProgIdScheduleTree})
+        for (const char* progId : {ProgIdMenuTree, ProgIdConfigTree, ProgIdScheduleTree, ProgIdCmdButtons})
             clients->RegisterComponentClass(QString::fromLatin1(progId), ClassName);
     }
 }

@@ -2,21 +2,10 @@
 
 #include "Pane.h"
 
-#include <QApplication>
-#include <QSettings>
-
 TModifiedAnswer TScriptedAsker::Ask(const QStringList& titles)
 {
     Asked.append(titles);
     return Answer;
-}
-
-TTemporarySettings::TTemporarySettings()
-{
-    QCoreApplication::setOrganizationName(QStringLiteral("VelmoraTest"));
-    QCoreApplication::setApplicationName(QStringLiteral("Folders"));
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
-    QSettings().clear();
 }
 
 TPaneSetup TestPane(const QString& id, const QString& command)

@@ -3,6 +3,7 @@
 #include "HostServices.h"
 #include "MainWindow.h"
 #include "ModifiedGuard.h"
+#include "TemporarySettings.h"
 #include "TestComponent.h"
 #include "TestSupport.h"
 #include "OpenedUrls.h"
@@ -21,16 +22,6 @@ public:
 
     TModifiedAnswer Answer = TModifiedAnswer::Cancel;
     QList<QStringList> Asked;
-};
-
-// Settings of the user in a directory that is gone afterwards.
-class TTemporarySettings
-{
-public:
-    TTemporarySettings();
-
-private:
-    QTemporaryDir m_directory;
 };
 
 // A pane `id` with the test component.

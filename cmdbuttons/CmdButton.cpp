@@ -1,0 +1,91 @@
+#include "CmdButton.h"
+
+#include "Vlapputils.h"
+#include "Vlentryicons.h"
+#include "Vlmessages.h"
+
+#include <QKeyEvent>
+#include <QStyleOptionToolButton>
+
+TCmdButton::TCmdButton(TNavigationPtr action, QWidget* parent) : QToolButton(parent), m_action(std::move(action))
+{
+    setAutoRaise(true);
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    setIconSize({EntryIconSize, EntryIconSize});
+    setFixedHeight(Height);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QToolButton::clicked, this, &TCmdButton::Run);
+    ShowCaption();
+    ShowGlyph();
+}
+
+TCmdButton::~TCmdButton() = default;
+
+void TCmdButton::ShowCaption()
+{
+    setText(m_action->text());
+    setToolTip(m_action->toolTip());
+    setAccessibleName(m_action->GetCaption());
+}
+
+void TCmdButton::ShowGlyph()
+{
+    if (!m_action->icon().isNull())
+        setIcon(m_action->icon());
+    const QString file = m_action->GetIconFile();
+    if (!FileExists(file))
+        return;
+    if (const auto icon = LoadEntryIcon(file))
+        setIcon(*icon);
+    else
+        Note(parentWidget(), QStringLiteral("Das Symbol \"%1\" von \"%2\" ist kein Bild.")
+                                 .arg(ToPlatformPath(file), m_action->GetCaption()));
+}
+
+// The action may do anything, also end the button.
+void TCmdButton::Run()
+{
+    if (m_action)
+        m_action->trigger();
+}
+
+void TCmdButton::Retire()
+{
+    const bool isInUse = m_action->IsInUse();
+    m_action.reset();
+    hide();
+    if (!isInUse) {
+        delete this;
+        return;
+    }
+    // The click that runs the action has yet to return through the button, and the bar may go before it.
+    setParent(nullptr);
+    deleteLater();
+}
+
+// The toolkit lets disabled buttons swallow the request for a menu, which is the bar's.
+bool TCmdButton::event(QEvent* event)
+{
+    if (event->type() == QEvent::ContextMenu && !isEnabled()) {
+        event->ignore();
+        return false;
+    }
+    return QToolButton::event(event);
+}
+
+void TCmdButton::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isEnter || event->isAutoRepeat())
+        QToolButton::keyPressEvent(event);
+    else
+        click();
+}
+
+void TCmdButton::initStyleOption(QStyleOptionToolButton* option) const
+{
+    QToolButton::initStyleOption(option);
+    constexpr int Margin = 8;
+    option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, width() - Margin, Qt::TextShowMnemonic);
+}

@@ -1,0 +1,228 @@
+#include "Vlentryfile.h"
+
+#include "Vlerrors.h"
+#include "Vltext.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace
+{
+
+constexpr qsizetype LargestFile = 64 * 1024;
+
+// What a line can say; the keys of a target are one and the same thing said in three ways.
+enum class TField : quint8
+{
+    Caption,
+    Target,
+    Category,
+    Icon,
+    Removable,
+};
+
+struct TKey
+{
+    const char* Name;
+    TField Field;
+    TEntryKind Kind = TEntryKind::Command; // of a target only
+};
+
+// In the order of a new file.
+constexpr std::array Keys{
+    TKey{"Caption", TField::Caption},
+    TKey{"Command", TField::Target, TEntryKind::Command},
+    TKey{"File", TField::Target, TEntryKind::File},
+    TKey{"Address", TField::Target, TEntryKind::Address},
+    TKey{"Category", TField::Category},
+    TKey{"Icon", TField::Icon},
+    TKey{"Removable", TField::Removable},
+};
+
+const TKey* FindKey(QStringView name)
+{
+    const auto* found = std::find_if(Keys.begin(), Keys.end(), [&](const TKey& key) {
+        return SameText(name, QLatin1StringView(key.Name).toString());
+    });
+    return found == Keys.end() ? nullptr : found;
+}
+
+// The key of a line, null for comments, unknown keys and lines without "=".
+const TKey* KeyOf(const QByteArray& line)
+{
+    const qsizetype equals = line.indexOf('=');
+    return equals < 0 || line.trimmed().startsWith('#') ? nullptr
+                                                        : FindKey(QString::fromUtf8(line.first(equals)).trimmed());
+}
+
+QString Decode(const QByteArray& text)
+{
+    if (text.size() > LargestFile)
+        throw TUserError(QStringLiteral("Sie ist größer als %1 KiB").arg(LargestFile / 1024));
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString decoded = decoder.decode(text);
+    if (decoder.hasError())
+        throw TUserError(QStringLiteral("Sie ist kein Text in UTF-8"));
+    const bool hasControls = std::any_of(decoded.begin(), decoded.end(), [](QChar c) {
+        return c.category() == QChar::Other_Control && c != u'\n' && c != u'\r' && c != u'\t';
+    });
+    if (hasControls)
+        throw TUserError(QStringLiteral("Sie enthält Steuerzeichen"));
+    return decoded;
+}
+
+bool ParseRemovable(const QString& value)
+{
+    if (SameText(value, u"yes"))
+        return true;
+    if (SameText(value, u"no"))
+        return false;
+    throw TUserError(QStringLiteral("Removable ist weder yes noch no"));
+}
+
+// Collects what the lines say; the first line of a key counts.
+class TEntryParser
+{
+public:
+    void ParseLine(const QString& line, int number)
+    {
+        // A carriage return is part of a line's end, or a blank.
+        const QString trimmed = QString(line).replace(u'\r', u' ').trimmed();
+        if (trimmed.isEmpty() || trimmed.startsWith(u'#'))
+            return;
+        const qsizetype equals = trimmed.indexOf(u'=');
+        if (equals < 0)
+            throw TUserError(QStringLiteral("In Zeile %1 fehlt das Gleichheitszeichen").arg(number));
+        if (const TKey* key = FindKey(QStringView(trimmed).first(equals).trimmed()))
+            Take(*key, trimmed.mid(equals + 1).trimmed());
+    }
+
+    TEntryRecord Finish()
+    {
+        if (m_record.Target.isEmpty())
+            throw TUserError(QStringLiteral("Es fehlt, was der Eintrag tut: Command, File oder Address"));
+        return m_record;
+    }
+
+private:
+    void Take(const TKey& key, const QString& value)
+    {
+        const bool first = !m_seen[static_cast<std::size_t>(key.Field)];
+        m_seen[static_cast<std::size_t>(key.Field)] = true;
+        if (key.Field == TField::Target && !first && key.Kind != m_record.Kind)
+            throw TUserError(QStringLiteral("Command, File und Address schließen einander aus"));
+        if (first)
+            Set(key, value);
+    }
+
+    void Set(const TKey& key, const QString& value)
+    {
+        switch (key.Field) {
+        case TField::Caption:
+            m_record.Caption = value;
+            break;
+        case TField::Target:
+            m_record.Kind = key.Kind;
+            m_record.Target = value;
+            break;
+        case TField::Category:
+            m_record.Category = value;
+            break;
+        case TField::Icon:
+            m_record.Icon = value;
+            break;
+        case TField::Removable:
+            m_record.Removable = ParseRemovable(value);
+            break;
+        }
+    }
+
+    TEntryRecord m_record;
+    std::array<bool, 5> m_seen{};
+};
+
+// A value stands on one line.
+QByteArray OneLine(const QString& value)
+{
+    QString line = value;
+    line.replace(u'\n', u' ').replace(u'\r', u' ');
+    return line.trimmed().toUtf8();
+}
+
+QByteArray Value(const TEntryRecord& record, TField field)
+{
+    switch (field) {
+    case TField::Caption:
+        return OneLine(record.Caption);
+    case TField::Target:
+        return OneLine(record.Target);
+    case TField::Category:
+        return OneLine(record.Category);
+    case TField::Icon:
+        return OneLine(record.Icon);
+    case TField::Removable:
+        break;
+    }
+    return record.Removable ? "yes" : "no";
+}
+
+// The line that says a field without its end; nothing for an empty value, which needs no line.
+std::optional<QByteArray> LineOf(const TEntryRecord& record, TField field)
+{
+    const QByteArray value = Value(record, field);
+    const auto* key = std::find_if(Keys.begin(), Keys.end(), [&](const TKey& row) {
+        return row.Field == field && (field != TField::Target || row.Kind == record.Kind);
+    });
+    return value.isEmpty() ? std::nullopt : std::optional(QByteArray(key->Name) + '=' + value);
+}
+
+// Cuts `text` after each line feed.
+QList<QByteArray> SplitLines(const QByteArray& text)
+{
+    QList<QByteArray> lines;
+    for (qsizetype start = 0; start < text.size();) {
+        const qsizetype feed = text.indexOf('\n', start);
+        const qsizetype end = feed < 0 ? text.size() : feed + 1;
+        lines.append(text.mid(start, end - start));
+        start = end;
+    }
+    return lines;
+}
+
+} // namespace
+
+TEntryRecord ParseEntry(const QByteArray& text)
+{
+    TEntryParser parser;
+    int number = 0;
+    const QStringList lines = Decode(text).split(u'\n');
+    for (const QString& line : lines)
+        parser.ParseLine(line, ++number);
+    return parser.Finish();
+}
+
+QByteArray FormatEntry(const TEntryRecord& record, const QByteArray& former)
+{
+    constexpr auto ByteOrderMark = "\xEF\xBB\xBF";
+    const QList<QByteArray> lines = SplitLines(former.startsWith(ByteOrderMark) ? former.mid(3) : former);
+    const QByteArray end = former.contains("\r\n") ? "\r\n" : "\n";
+    std::array<bool, 5> written{};
+    QByteArray text;
+    const auto write = [&](TField field) {
+        const auto line = LineOf(record, field);
+        if (line && !std::exchange(written[static_cast<std::size_t>(field)], true))
+            text += *line + end;
+    };
+    for (const QByteArray& line : lines) {
+        if (const TKey* key = KeyOf(line))
+            write(key->Field);
+        else
+            text += line.endsWith('\n') ? line : line + end;
+    }
+    for (const TKey& key : Keys)
+        write(key.Field);
+    return text;
+}

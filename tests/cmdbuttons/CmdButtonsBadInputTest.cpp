@@ -1,0 +1,122 @@
+#include "ChildProcess.h"
+#include "CmdButtonsBar.h"
+#include "Vlerrors.h"
+
+#include <QFile>
+#include <QImage>
+
+namespace
+{
+
+const auto A = QStringLiteral("a");
+const auto B = QStringLiteral("b");
+
+using CmdButtonsBadInput = TBarTest;
+
+} // namespace
+
+TEST_F(CmdButtonsBadInput, DamagedEntriesAreNamedAndTheOthersLoad)
+{
+    WriteEntry(A, "\x89PNG");
+    WriteEntry(B);
+    Execute();
+    EXPECT_EQ(Captions(), QStringList{B});
+    ASSERT_EQ(m_messages.Notes.size(), 1);
+    EXPECT_TRUE(m_messages.Notes.first().contains(QStringLiteral("/_buttons/a.uri")));
+}
+
+TEST_F(CmdButtonsBadInput, DefinitionFileOfTenThousandLinesIsLoadedWhole)
+{
+    WriteEntry(A);
+    QByteArray names;
+    for (int i = 0; i < 10'000; ++i)
+        names += "_buttons/a.uri=" + QByteArray::number(i) + "\r\n";
+    WriteDefinition(names);
+    Execute();
+    EXPECT_EQ(Bar().Buttons().size(), 10'000);
+    EXPECT_EQ(Bar().Buttons().last()->height(), 75);
+    Execute("Velmora.CmdButtons.1://");
+    EXPECT_TRUE(Bar().Buttons().isEmpty());
+}
+
+TEST_F(CmdButtonsBadInput, DefinitionFileOfTenThousandMissingEntriesFillsNoMessagePane)
+{
+    QByteArray names;
+    for (int i = 0; i < 10'000; ++i)
+        names += "fehlt" + QByteArray::number(i) + ".uri\r\n";
+    WriteDefinition(names);
+    Execute();
+    EXPECT_TRUE(Captions().isEmpty());
+    EXPECT_EQ(m_messages.Notes.size(), 21);
+}
+
+TEST_F(CmdButtonsBadInput, DefinitionFileThatNamesItselfIsNamedAsADamagedEntry)
+{
+    WriteEntry(A);
+    WriteDefinition("_buttons\\__CmdButtons.def\r\n_buttons\r\n_buttons\\a.uri\r\n");
+    Execute();
+    EXPECT_EQ(Captions(), QStringList{A});
+    EXPECT_EQ(m_messages.Notes.size(), 2);
+}
+
+TEST_F(CmdButtonsBadInput, BinaryFileAsDefinitionFileLoadsNothing)
+{
+    QByteArray bytes;
+    for (int i = 0; i < 100'000; ++i)
+        bytes += static_cast<char>(i * 7);
+    m_project.Write(QStringLiteral("_buttons/__CmdButtons.def"), bytes);
+    EXPECT_TRUE(Execute());
+    EXPECT_TRUE(Captions().isEmpty());
+}
+
+TEST_F(CmdButtonsBadInput, UnreadableDefinitionFileReachesTheHostAndTheBarStillFollowsTheProject)
+{
+    WriteEntry(A);
+    WriteDefinition("_buttons/a.uri\r\n");
+    const QString file = m_project.Path(QStringLiteral("_buttons/__CmdButtons.def"));
+    QFile::setPermissions(file, QFile::Permissions());
+    QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
+    EXPECT_EQ(RunInChild([&] {
+                  GiveUpRights();
+                  const QString outcome = OutcomeOf([this] { Execute(); });
+                  QFile::remove(file);
+                  UserManager()->OpenProject(m_project.Root());
+                  return QStringLiteral("%1|%2|%3")
+                      .arg(outcome.contains(file))
+                      .arg(Captions().size())
+                      .arg(m_messages.Errors.size());
+              }),
+              QStringLiteral("1|0|1"));
+}
+
+TEST_F(CmdButtonsBadInput, EntryThatNamesItselfLoadsAndIsRefusedWhenItRuns)
+{
+    WriteEntry(A, "File=%PRJPATH%/_buttons/a.uri\n");
+    Execute();
+    Click(A);
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("Der Eintrag \"a\" nennt sich selbst.")});
+}
+
+TEST_F(CmdButtonsBadInput, IconThatIsNoPictureLeavesTheButtonWithoutAGlyphAndIsNoted)
+{
+    m_project.Write(QStringLiteral("_buttons/a.png"), "Das ist kein Bild.");
+    WriteEntry(A, "Command=pane://a\nIcon=_buttons/a.png\n");
+    WriteEntry(B, "Command=pane://b\nIcon=_buttons/fehlt.png\n");
+    Execute();
+    EXPECT_TRUE(Button(A)->icon().isNull());
+    EXPECT_TRUE(Button(B)->icon().isNull());
+    ASSERT_EQ(m_messages.Notes.size(), 1);
+    EXPECT_TRUE(m_messages.Notes.first().contains(QStringLiteral("_buttons/a.png")));
+}
+
+TEST_F(CmdButtonsBadInput, CaptionsOfAnyKindAreShownAsText)
+{
+    const auto markup = QStringLiteral("<b>Fett</b> & \"mehr\"");
+    WriteEntry(A, "Caption=" + markup.toUtf8() + "\nCommand=pane://a\n");
+    WriteEntry(B, "Caption=" + QByteArray(20'000, 'x') + "\nCommand=pane://b\n");
+    Execute();
+    EXPECT_EQ(Button(markup)->accessibleName(), markup);
+    EXPECT_TRUE(Button(markup)->toolTip().contains(QStringLiteral("&lt;b&gt;")));
+    EXPECT_LE(Bar().widget()->width(), Bar().viewport()->width());
+    EXPECT_FALSE(Bar().grab().isNull());
+}
