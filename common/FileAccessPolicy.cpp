@@ -15,7 +15,7 @@
 namespace
 {
 
-const TFileAccessPolicy* current = nullptr;
+const TFileAccessPolicy* policyInForce = nullptr;
 xmlExternalEntityLoader previousLoader = nullptr;
 xsltDocLoaderFunc previousDocumentLoader = nullptr;
 bool documentExpected = false;
@@ -24,7 +24,7 @@ bool documentExpected = false;
 // entities, which nobody gets.
 xmlParserInputPtr LoadExpected(const char* location, const char* id, xmlParserCtxtPtr context)
 {
-    if (!std::exchange(documentExpected, false) || !location || !current || !current->MayRead(location))
+    if (!std::exchange(documentExpected, false) || !location || !policyInForce || !policyInForce->MayRead(location))
         return nullptr;
     return previousLoader(location, id, context);
 }
@@ -54,7 +54,7 @@ TFileAccessPolicy::TFileAccessPolicy(const QStringList& directories, const QStri
     for (const QString& file : files)
         m_files.append(CanonicalPath(file));
     m_files.removeAll(QString());
-    current = this;
+    policyInForce = this;
     previousLoader = xmlGetExternalEntityLoader();
     xmlSetExternalEntityLoader(LoadExpected);
     previousDocumentLoader = xsltDocDefaultLoader;
@@ -65,7 +65,7 @@ TFileAccessPolicy::~TFileAccessPolicy()
 {
     xsltSetLoaderFunc(previousDocumentLoader);
     xmlSetExternalEntityLoader(previousLoader);
-    current = nullptr;
+    policyInForce = nullptr;
 }
 
 void TFileAccessPolicy::ExpectDocument()
@@ -75,7 +75,7 @@ void TFileAccessPolicy::ExpectDocument()
 
 const TFileAccessPolicy* TFileAccessPolicy::Current()
 {
-    return current;
+    return policyInForce;
 }
 
 bool TFileAccessPolicy::MayRead(const char* location) const

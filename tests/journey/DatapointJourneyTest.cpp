@@ -29,8 +29,7 @@ TEST_F(DatapointJourney, FromTheImportedAddressToTheExportedStep)
     WriteAll(file, addresses);
 
     const auto journey = [&](TRobot& robot) {
-        TWorkbenchUser user(robot);
-        using TUser = TWorkbenchUser;
+        TUser user(robot);
 
         // Imported after a preview, in the place of the file that the project had.
         user.ChooseFromBrowser(QStringLiteral("Datenpunkte importieren..."));

@@ -6,7 +6,6 @@ namespace
 {
 
 using MenuJourney = SceneJourney;
-using TUser = TWorkbenchUser;
 
 const auto Menu = QStringLiteral("Menu");
 const auto Item = QStringLiteral("Werkstatt");

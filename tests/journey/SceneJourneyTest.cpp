@@ -11,8 +11,7 @@ TEST_F(SceneJourney, FromANewActionToTheExportedFilesAndBack)
     const TContents before = Files();
 
     const auto journey = [&](TRobot& robot) {
-        TWorkbenchUser user(robot);
-        using TUser = TWorkbenchUser;
+        TUser user(robot);
 
         // A new action, with its name and type.
         user.Select({}, Actions);

@@ -9,7 +9,6 @@ namespace
 {
 
 using ScheduleJourney = SceneJourney;
-using TUser = TWorkbenchUser;
 
 const auto ScheduleFile = QStringLiteral("musterhaus/_config/data/schedule/schedule.xml");
 const auto Group = QStringLiteral("Gartenbewässerung");

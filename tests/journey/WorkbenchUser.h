@@ -289,6 +289,8 @@ private:
     TRobot& m_robot;
 };
 
+using TUser = TWorkbenchUser;
+
 // A copy of the sample project, with a product home beside it.
 class SceneJourney : public testing::Test
 {

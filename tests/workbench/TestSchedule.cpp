@@ -5,7 +5,7 @@
 namespace
 {
 
-const auto ClassName = QStringLiteral("TTestSchedule");
+const auto TestScheduleClass = QStringLiteral("TTestSchedule");
 
 } // namespace
 
@@ -16,12 +16,12 @@ TTestSchedule::TTestSchedule(QWidget* parent) : QWidget(parent)
 
 void TTestSchedule::Register()
 {
-    RegisterComponent(ClassName, [](QWidget* parent) { return new TTestSchedule(parent); });
+    RegisterComponent(TestScheduleClass, [](QWidget* parent) { return new TTestSchedule(parent); });
 }
 
 void TTestSchedule::Unregister()
 {
-    UnregisterComponent(ClassName);
+    UnregisterComponent(TestScheduleClass);
 }
 
 void TTestSchedule::Show(const QString& title, const QList<TWeekEntry>& entries, int selected)
