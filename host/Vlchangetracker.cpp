@@ -51,10 +51,10 @@ void TChangeTracker::Settle(bool isFinal)
     TellWaiting(isFinal);
 }
 
-void TChangeTracker::MarkUnsure(TFileNode* folder)
+void TChangeTracker::MarkUnsure(TFileNode* folder, bool isDeep)
 {
     if (folder)
-        m_unsure.insert(folder);
+        m_unsure[folder] |= isDeep;
 }
 
 void TChangeTracker::ResolveMoves(bool isFinal)
@@ -115,10 +115,14 @@ bool TChangeTracker::TellItem(TFileNode& item, bool isLast)
     const std::string path = item.Path();
     struct stat status
     {};
-    const bool exists = lstat(path.c_str(), &status) == 0;
-    if (!isLast && (!exists || TFileStamp::IsFresh(status)))
+    if (lstat(path.c_str(), &status) != 0) {
+        if (isLast)
+            MarkUnsure(item.Parent);
         return false;
-    if (!exists || S_ISDIR(status.st_mode)) {
+    }
+    if (!isLast && TFileStamp::IsFresh(status))
+        return false;
+    if (S_ISDIR(status.st_mode)) {
         MarkUnsure(item.Parent);
         return true;
     }
@@ -152,8 +156,7 @@ void TChangeTracker::Forget(TFileNode& node)
     StopWaiting(node);
     if (node.IsLeaving)
         std::erase_if(m_moves, [&node](const auto& entry) { return entry.second.Node == &node; });
-    if (m_replacing.Node == &node || m_replacing.FromFolder == &node)
-        m_replacing = {};
+    m_replacing.erase(&node);
     if (!node.Folder)
         return;
     m_unsure.erase(&node);

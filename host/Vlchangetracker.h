@@ -9,7 +9,6 @@
 #include <map>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include <dirent.h>
@@ -67,6 +66,16 @@ private:
         TFileNode* Node = nullptr;
         TClock::time_point Since;
     };
+    struct TDue
+    {
+        TFileNode* Folder = nullptr;
+        bool IsDeep = false; // with all that is below it
+    };
+    struct TPlace
+    {
+        const TFileNode* Folder = nullptr;
+        std::string Name;
+    };
     struct TListed
     {
         std::string Name;
@@ -99,20 +108,22 @@ private:
 
     // Comparisons with the disk.
     void Compare(TFileNode& folder, bool isDeep);
-    void CompareOne(TFileNode& folder, bool isDeep, std::vector<TFileNode*>& more);
+    void CompareOne(const TDue& due, int root, std::vector<TDue>& more);
+    int Open(const TFileNode& folder, int root) const;
     void Bind(TFileNode& folder, int descriptor);
-    void CannotRead(TFileNode& folder, int error);
+    bool TakeWatch(TFileNode& folder, const struct stat& status);
+    void CannotRead(const TDue& due, int error);
     void Limit(std::string_view reason);
     bool List(const TFileNode& folder, DIR* directory, std::vector<TListed>& entries);
     void RemoveUnseen(TFileNode& folder);
-    void CompareEntry(TFileNode& folder, const TListed& entry, bool isDeep, std::vector<TFileNode*>& more);
-    void AddListed(TFileNode& folder, const TListed& entry, std::vector<TFileNode*>& more);
+    void CompareEntry(TFileNode& folder, const TListed& entry, bool isDeep, std::vector<TDue>& more);
+    void AddListed(TFileNode& folder, const TListed& entry, std::vector<TDue>& more);
     void CompareUnsure();
     void CheckRoot();
     void Unbind(TFileNode& branch);
 
     // The state and what is told of it.
-    void MarkUnsure(TFileNode* folder);
+    void MarkUnsure(TFileNode* folder, bool isDeep = false);
     void Await(TFileNode& item, bool isClosed);
     void TellWaiting(bool isFinal);
     bool TellItem(TFileNode& item, bool isFinal);
@@ -130,19 +141,16 @@ private:
     size_t m_position = 0;
 
     std::unordered_map<int, TFileNode*> m_watched;
-    std::unordered_set<TFileNode*> m_unsure;
-    std::unordered_set<TFileNode*> m_refused;
+    // Folders to be compared, and those that could not be; true where all below them is meant too.
+    std::unordered_map<TFileNode*, bool> m_unsure;
+    std::unordered_map<TFileNode*, bool> m_refused;
     std::map<uint32_t, TMove> m_moves;
     std::vector<TWaiting> m_waiting;
     std::deque<TShellChange> m_changes;
 
-    // The last rename over an existing name: the reverse of it right afterwards is the second half of an exchange.
-    struct
-    {
-        const TFileNode* Node = nullptr;
-        const TFileNode* FromFolder = nullptr;
-        std::string FromName;
-    } m_replacing;
+    // Where nodes came from that were renamed over an existing name: going right back is the second half of an
+    // exchange.
+    std::unordered_map<const TFileNode*, TPlace> m_replacing;
 
     TClock::time_point m_lastEvent;
     TClock::time_point m_outstandingSince;

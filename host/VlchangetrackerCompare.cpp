@@ -7,9 +7,12 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/vfs.h>
+#include <unistd.h>
 
 namespace
 {
@@ -36,15 +39,43 @@ constexpr std::array<uint32_t, 9> NetworkFileSystems = {
     0x73757245, // Coda
 };
 
+bool IsNetwork(const struct statfs& status)
+{
+    const auto type = static_cast<uint32_t>(status.f_type);
+    return std::find(NetworkFileSystems.begin(), NetworkFileSystems.end(), type) != NetworkFileSystems.end();
+}
+
+bool IsOnNetwork(int folder)
+{
+    struct statfs status
+    {};
+    return fstatfs(folder, &status) == 0 && IsNetwork(status);
+}
+
 bool IsOnNetwork(const std::string& path)
 {
     struct statfs status
     {};
-    if (statfs(path.c_str(), &status) != 0)
-        return false;
-    const auto type = static_cast<uint32_t>(status.f_type);
-    return std::find(NetworkFileSystems.begin(), NetworkFileSystems.end(), type) != NetworkFileSystems.end();
+    return statfs(path.c_str(), &status) == 0 && IsNetwork(status);
 }
+
+class TDescriptor
+{
+public:
+    explicit TDescriptor(int descriptor) : m_descriptor(descriptor) {}
+    ~TDescriptor()
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
+    }
+    TDescriptor(const TDescriptor&) = delete;
+    TDescriptor& operator=(const TDescriptor&) = delete;
+
+    int Get() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
 
 struct TCloseDirectory
 {
@@ -76,47 +107,73 @@ TChangeTracker::TChangeTracker(const TSettings& settings)
 
 void TChangeTracker::Compare(TFileNode& folder, bool isDeep)
 {
-    std::vector<TFileNode*> more{&folder};
+    const TDescriptor root(open(m_root.Name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    std::vector<TDue> more{{.Folder = &folder, .IsDeep = isDeep}};
     while (!more.empty()) {
-        TFileNode* next = more.back();
+        TDue next = more.back();
         more.pop_back();
-        CompareOne(*next, isDeep, more);
+        const auto marked = m_unsure.find(next.Folder);
+        if (marked != m_unsure.end()) {
+            next.IsDeep = next.IsDeep || marked->second;
+            m_unsure.erase(marked);
+        }
+        CompareOne(next, root.Get(), more);
     }
 }
 
 // The watch is set before the folder is read: what happens in between is told as well as seen.
-void TChangeTracker::CompareOne(TFileNode& folder, bool isDeep, std::vector<TFileNode*>& more)
+void TChangeTracker::CompareOne(const TDue& due, int root, std::vector<TDue>& more)
 {
-    m_unsure.erase(&folder);
-    const int follow = &folder == &m_root ? 0 : O_NOFOLLOW;
-    const int descriptor = open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | follow);
+    TFileNode& folder = *due.Folder;
+    const int descriptor = Open(folder, root);
     const std::unique_ptr<DIR, TCloseDirectory> directory(descriptor < 0 ? nullptr : fdopendir(descriptor));
     if (!directory) {
-        CannotRead(folder, errno);
+        CannotRead(due, errno);
         return;
     }
+    m_refused.erase(&folder);
     Bind(folder, descriptor);
     folder.Folder->Round = m_round;
     std::vector<TListed> entries;
     if (!List(folder, directory.get(), entries)) {
-        CannotRead(folder, EIO);
+        CannotRead(due, EACCES);
         return;
     }
-    m_refused.erase(&folder);
     RemoveUnseen(folder);
     for (const TListed& entry : entries)
-        CompareEntry(folder, entry, isDeep, more);
+        CompareEntry(folder, entry, due.IsDeep, more);
 }
 
-void TChangeTracker::CannotRead(TFileNode& folder, int error)
+// A path below the root is never followed through a symbolic link: a folder that was known a moment ago may be one now.
+int TChangeTracker::Open(const TFileNode& folder, int root) const
 {
-    const bool isGone = error == ENOENT || error == ENOTDIR || error == ELOOP;
+    constexpr uint64_t Flags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
+    const std::string path = folder.Path();
     if (&folder == &m_root)
+        return open(path.c_str(), Flags);
+    open_how how{};
+    how.flags = Flags | O_NOFOLLOW;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
+    const char* relative = path.c_str() + m_root.Name.size() + (m_root.Name.back() == '/' ? 0 : 1);
+    const auto descriptor = static_cast<int>(syscall(SYS_openat2, root, relative, &how, sizeof how));
+    if (descriptor >= 0 || (errno != ENOSYS && errno != EPERM))
+        return descriptor;
+    return open(path.c_str(), Flags | O_NOFOLLOW);
+}
+
+// What is not where it should be has moved, which a notification will tell; wherever it is by then, it is compared.
+void TChangeTracker::CannotRead(const TDue& due, int error)
+{
+    const bool isGone = error == ENOENT || error == ENOTDIR || error == ELOOP || error == EXDEV || error == EAGAIN;
+    if (!isGone) {
+        m_refused[due.Folder] |= due.IsDeep;
+        return;
+    }
+    MarkUnsure(due.Folder, due.IsDeep);
+    if (due.Folder == &m_root)
         m_mustCheckRoot = true;
-    else if (isGone)
-        MarkUnsure(folder.Parent);
     else
-        m_refused.insert(&folder);
+        MarkUnsure(due.Folder->Parent);
 }
 
 // Makes sure that the node has the watch of the folder that is open.
@@ -129,24 +186,46 @@ void TChangeTracker::Bind(TFileNode& folder, int descriptor)
     const bool isSame = folder.Stamp.Inode == status.st_ino && state.Device == status.st_dev;
     folder.Stamp.Inode = status.st_ino;
     state.Device = status.st_dev;
+    if (folder.Parent && !isSame) {
+        const TFolderState& parent = *folder.Parent->Folder;
+        state.IsRemote = parent.Device == state.Device ? parent.IsRemote : IsOnNetwork(descriptor);
+    }
     if (m_isScanOnly || (isSame && state.Watch >= 0))
         return;
     if (state.Watch >= 0) {
         m_watched.erase(state.Watch);
         m_inotify.Remove(state.Watch);
+        state.Watch = -1;
     }
-    state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask);
-    if (state.Watch < 0) {
-        Limit(WatchesReason);
+    if (state.IsRemote) {
+        Limit(NetworkReason);
         return;
     }
-    TFileNode*& owner = m_watched[state.Watch];
+    state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask);
+    if (state.Watch < 0)
+        Limit(WatchesReason);
+    else if (!TakeWatch(folder, status))
+        state.Watch = -1;
+}
+
+// A watch that another node has: the folder has been moved here, which is not told yet. False when that node has it
+// still, because one folder is mounted at both places; this one is then looked at from time to time.
+bool TChangeTracker::TakeWatch(TFileNode& folder, const struct stat& status)
+{
+    TFileNode*& owner = m_watched[folder.Folder->Watch];
     if (owner && owner != &folder) {
-        // It has been moved here, and that is not told yet.
+        struct stat other
+        {};
+        if (lstat(owner->Path().c_str(), &other) == 0 && other.st_ino == status.st_ino &&
+            other.st_dev == status.st_dev) {
+            m_refused[&folder] = false;
+            return false;
+        }
         owner->Folder->Watch = -1;
         MarkUnsure(owner->Parent);
     }
     owner = &folder;
+    return true;
 }
 
 void TChangeTracker::Limit(std::string_view reason)
@@ -168,9 +247,13 @@ bool TChangeTracker::List(const TFileNode& folder, DIR* directory, std::vector<T
         const std::string_view name = raw->d_name;
         struct stat status
         {};
-        if (name == "." || name == ".." || IsIgnored(folder, name) ||
-            fstatat(dirfd(directory), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        if (name == "." || name == ".." || IsIgnored(folder, name))
             continue;
+        if (fstatat(dirfd(directory), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+            if (errno == ENOENT)
+                continue;
+            return false;
+        }
         TListed entry{.Name = std::string(name),
                       .Stamp = TFileStamp::Of(status),
                       .Kind = KindOf(status),
@@ -194,14 +277,14 @@ void TChangeTracker::RemoveUnseen(TFileNode& folder)
         RemoveBranch(*child);
 }
 
-void TChangeTracker::CompareEntry(TFileNode& folder, const TListed& entry, bool isDeep, std::vector<TFileNode*>& more)
+void TChangeTracker::CompareEntry(TFileNode& folder, const TListed& entry, bool isDeep, std::vector<TDue>& more)
 {
     TFileNode* node = entry.Node;
     if (!node) {
         AddListed(folder, entry, more);
     } else if (node->Folder) {
         if (isDeep || node->Folder->Watch < 0 || node->Stamp.Inode != entry.Stamp.Inode)
-            more.push_back(node);
+            more.push_back({.Folder = node, .IsDeep = isDeep});
     } else {
         const bool isSpecial = node->Kind == TFileKind::Special && entry.Kind == TFileKind::Special;
         if (!isSpecial && (!node->IsTold || node->MayDiffer(entry.Stamp)))
@@ -209,12 +292,15 @@ void TChangeTracker::CompareEntry(TFileNode& folder, const TListed& entry, bool 
     }
 }
 
-void TChangeTracker::AddListed(TFileNode& folder, const TListed& entry, std::vector<TFileNode*>& more)
+void TChangeTracker::AddListed(TFileNode& folder, const TListed& entry, std::vector<TDue>& more)
 {
+    // A folder that changes while it is read may give a name twice.
+    if (folder.Find(entry.Name))
+        return;
     TFileNode& added = *folder.Add(entry.Name, entry.Kind);
     if (added.Folder) {
         Tell(scFolderCreated, added.Path());
-        more.push_back(&added);
+        more.push_back({.Folder = &added, .IsDeep = true});
     } else if (m_isBaseline) {
         added.Stamp = entry.Stamp;
         added.IsTold = entry.Kind == TFileKind::Item;
@@ -226,8 +312,10 @@ void TChangeTracker::AddListed(TFileNode& folder, const TListed& entry, std::vec
 // Those that are marked meanwhile wait for the next time, so that a tree in motion keeps nobody here.
 void TChangeTracker::CompareUnsure()
 {
+    if (m_isRootGone)
+        m_unsure.clear();
     for (size_t count = m_unsure.size(); count > 0 && !m_unsure.empty(); --count)
-        Compare(**m_unsure.begin(), false);
+        Compare(*m_unsure.begin()->first, false);
 }
 
 void TChangeTracker::Housekeep()
@@ -235,10 +323,10 @@ void TChangeTracker::Housekeep()
     CheckRoot();
     if (m_isRootGone)
         return;
-    const std::vector<TFileNode*> refused(m_refused.begin(), m_refused.end());
-    for (TFileNode* folder : refused) {
+    const std::unordered_map<TFileNode*, bool> refused = m_refused;
+    for (const auto& [folder, isDeep] : refused) {
         if (m_refused.count(folder) > 0)
-            Compare(*folder, false);
+            Compare(*folder, isDeep);
     }
     if (IsScanning()) {
         m_isLimited = false; // until a watch is refused again

@@ -23,6 +23,7 @@ bool TChangeTracker::Process(std::chrono::milliseconds budget)
         if (m_position == m_buffer.size()) {
             // What comes from now on happened after everything that was read from the disk.
             ++m_round;
+            m_replacing.clear();
             return false;
         }
         for (int count = 0; count < EventsPerLook && m_position < m_buffer.size(); ++count)
@@ -219,19 +220,24 @@ void TChangeTracker::Move(TFileNode& source, TFileNode& folder, std::string_view
         Tell(scItemDeleted, source.Path());
     else
         source.IsTold = replacesTold;
+    // What is not told yet may be another thing than it was when it was last looked at.
+    if (!source.Folder && !source.IsTold)
+        Await(source, true);
 }
 
 // An exchange of two names is told as two renames, each onto the other's name. The first one seems to replace, so the
 // second one brings up what has to be looked at.
 void TChangeTracker::NoteExchange(const TFileNode& source, TFileNode& folder, std::string_view name, bool replaces)
 {
-    if (m_replacing.Node == &source && m_replacing.FromFolder == &folder && m_replacing.FromName == name) {
+    const auto replacing = m_replacing.find(&source);
+    if (replacing != m_replacing.end() && replacing->second.Folder == &folder && replacing->second.Name == name) {
         MarkUnsure(source.Parent);
         MarkUnsure(&folder);
     }
-    m_replacing = {};
     if (replaces)
-        m_replacing = {.Node = &source, .FromFolder = source.Parent, .FromName = source.Name};
+        m_replacing[&source] = {.Folder = source.Parent, .Name = source.Name};
+    else
+        m_replacing.erase(&source);
 }
 
 void TChangeTracker::HandleWrite(TFileNode& folder, const TInotifyEvent& event)
@@ -264,10 +270,12 @@ bool TChangeTracker::IsIgnored(const TFileNode& folder, std::string_view name) c
 
 void TChangeTracker::HandleIgnoredFile(const TInotifyEvent& event)
 {
-    // What becomes the ignored file is gone for everybody else.
+    // What becomes the ignored file is gone for everybody else, unless both have exchanged their names.
     TFileNode* source = (event.Mask & IN_MOVED_TO) != 0 ? TakeMove(event.Cookie) : nullptr;
-    if (source)
+    if (source) {
+        MarkUnsure(source->Parent);
         RemoveBranch(*source);
+    }
 }
 
 void TChangeTracker::LoseWatch(int watch)

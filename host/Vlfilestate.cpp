@@ -21,7 +21,9 @@ bool TFileStamp::IsFresh(const struct stat& status)
 {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
-    return Nanoseconds(now) - Nanoseconds(status.st_ctim) < Granularity;
+    const int64_t age = Nanoseconds(now) - Nanoseconds(status.st_ctim);
+    // A time in the future is another machine's clock, of which nothing is known.
+    return age >= 0 && age < Granularity;
 }
 
 TFileStamp TFileStamp::Of(const struct stat& status)

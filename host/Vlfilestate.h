@@ -54,9 +54,9 @@ struct TFolderState
 {
     std::unordered_set<std::unique_ptr<TFileNode>, TFileNodeHash, TFileNodeEqual> Children;
     dev_t Device = 0;
-    int Watch = -1;         // the number of its watch, or -1
-    unsigned Round = 0;     // when it was last read from the disk, in rounds of the tracker
-    bool IsRefused = false; // without the right to read it
+    int Watch = -1;        // the number of its watch, or -1
+    unsigned Round = 0;    // when it was last read from the disk, in rounds of the tracker
+    bool IsRemote = false; // on a file system that others write to without this machine being told
 };
 
 // One name of the last known state. A node belongs to its parent's folder, the root's node to the tracker.

@@ -34,8 +34,8 @@ TCustomShellTreeView::TCustomShellTreeView(QWidget* parent)
 {
     setObjectName(QStringLiteral("ShellTree"));
     setModel(m_model);
-    setItemDelegate(new TShellDelegate(
-        this, [this](const QModelIndex& index, const QString& name) { RenameItem(index, name); }));
+    setItemDelegate(
+        new TShellDelegate(this, [this](const QModelIndex& index, const QString& name) { RenameItem(index, name); }));
     setHeaderHidden(true);
     // What makes a folder with a hundred thousand files shown at once.
     setUniformRowHeights(true);

@@ -55,8 +55,8 @@ public:
     explicit TCustomShellTreeView(QWidget* parent = nullptr);
     ~TCustomShellTreeView() override;
 
-    // Shows what is below `path`, which need not exist yet. Two spellings of one path are one root, and setting it again
-    // keeps what is open and selected. Changes below the former root that are pending are told before.
+    // Shows what is below `path`, which need not exist yet. Two spellings of one path are one root, and setting it
+    // again keeps what is open and selected. Changes below the former root that are pending are told before.
     void SetRoot(const QString& path);
     // The root as a full path in the platform's form; empty while none is set.
     QString Root() const;

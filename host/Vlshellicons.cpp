@@ -41,8 +41,7 @@ QIcon TShellIcons::OfExtension(const QByteArray& name)
     const auto known = m_extensions.constFind(extension);
     if (known != m_extensions.constEnd())
         return *known;
-    const QMimeType type =
-        m_types.mimeTypeForFile(QFile::decodeName("x" + extension), QMimeDatabase::MatchExtension);
+    const QMimeType type = m_types.mimeTypeForFile(QFile::decodeName("x" + extension), QMimeDatabase::MatchExtension);
     const QIcon generic = QIcon::fromTheme(type.genericIconName(), m_file);
     return *m_extensions.insert(extension, QIcon::fromTheme(type.iconName(), generic));
 }

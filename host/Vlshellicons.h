@@ -7,8 +7,8 @@
 #include <QIcon>
 #include <QMimeDatabase>
 
-// The system's icons of items, by their kind and the extension of their name alone: nothing is opened for it. Belongs to
-// the model.
+// The system's icons of items, by their kind and the extension of their name alone: nothing is opened for it. Belongs
+// to the model.
 class TShellIcons
 {
 public:

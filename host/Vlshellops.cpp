@@ -26,7 +26,8 @@ constexpr int MaxFolderNames = 10000;
 
 bool Exists(const QByteArray& path)
 {
-    struct stat state{};
+    struct stat state
+    {};
     return lstat(path.constData(), &state) == 0;
 }
 

@@ -5,9 +5,9 @@
 #include <QByteArray>
 #include <QString>
 
-// What the shell tree does to files and folders. Paths are full paths as the file system's own bytes; a symbolic link is
-// an item of its own and never followed. Everything here throws TFileError when it cannot be done, and has then changed
-// nothing.
+// What the shell tree does to files and folders. Paths are full paths as the file system's own bytes; a symbolic link
+// is an item of its own and never followed. Everything here throws TFileError when it cannot be done, and has then
+// changed nothing.
 
 // The reason that an error number of the system stands for, in German where it is a common one.
 VLHOST_API QString SystemErrorText(int error);

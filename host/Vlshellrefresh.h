@@ -10,8 +10,8 @@
 #include <vector>
 
 // Tells the shell tree when the folders that it knows differ from the disk. It watches these folders itself, and takes
-// notice of what else is heard of. Many changes are told at once, and the less often the longer the tree needs for them.
-// Belongs to the view.
+// notice of what else is heard of. Many changes are told at once, and the less often the longer the tree needs for
+// them. Belongs to the view.
 class TShellRefresh : public QObject
 {
     Q_OBJECT

@@ -90,12 +90,6 @@ TLineRemains ClassifyLastLine(QByteArrayView line)
                                      [&](QByteArrayView candidate) { return line.startsWith(candidate); });
     if (prefix == Prefixes.end())
         return TLineRemains::Foreign;
-    if (line.endsWith('\r'))
-        line.chop(1);
-    QByteArrayView last = line.sliced(prefix->size());
-    if (*prefix == RenamePrefix) {
-        const qsizetype between = last.indexOf(Between);
-        last = between < 0 ? QByteArrayView() : last.sliced(between + Between.size());
-    }
-    return last.size() > 1 && last.endsWith('"') ? TLineRemains::Complete : TLineRemains::Unfinished;
+    // A quote may belong to a name, so only the line end tells that a line was finished.
+    return line.endsWith('\r') ? TLineRemains::Complete : TLineRemains::Unfinished;
 }

@@ -22,7 +22,7 @@ enum class TLineRemains : quint8
 {
     Foreign,    // none of our lines, or not recognisable as one
     Unfinished, // the beginning of one of our lines
-    Complete,   // one of our lines, only its end is missing
+    Complete,   // one of our lines, only the line feed is missing
 };
 
 // What the last line of a file is that does not end in a line feed.

@@ -30,8 +30,8 @@ class TActionLog::TFile
 public:
     // A link is refused: it could lead to any file of the user's, or back into the tree that is logged.
     explicit TFile(const QByteArray& path)
-        : m_descriptor(open(path.constData(), O_RDWR | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW,
-                            0666))
+        : m_descriptor(open(path.constData(),
+                            O_RDWR | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW, 0666))
     {
     }
     ~TFile() { Close(); }
@@ -73,7 +73,8 @@ void TActionLog::Append(const QByteArray& line)
     TFile file(QFile::encodeName(ToPlatformPath(m_path)));
     if (!file.IsOpen())
         Fail(errno == ELOOP ? QStringLiteral("Dort steht eine Verknüpfung") : SystemErrorText(errno));
-    struct stat state{};
+    struct stat state
+    {};
     if (!file.State(state))
         Fail(SystemErrorText(errno));
     if (!S_ISREG(state.st_mode))

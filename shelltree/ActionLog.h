@@ -6,15 +6,16 @@
 #include <sys/types.h>
 
 // The file of the action log. Lines are only ever appended; the file is opened and closed for each of them, so that
-// nobody finds it locked and everything written is there for others at once. Belongs to the file tree, one for each path.
+// nobody finds it locked and everything written is there for others at once. Belongs to the file tree, one for each
+// path.
 class TActionLog
 {
 public:
     // Nothing is opened or made yet.
     explicit TActionLog(const QString& path);
 
-    // Appends a line with its line end; makes the file when there is none. Throws TFileError; the file then ends with the
-    // last complete line, or will when the next one is appended. Never blocks, also not on what is no file.
+    // Appends a line with its line end; makes the file when there is none. Throws TFileError; the file then ends with
+    // the last complete line, or will when the next one is appended. Never blocks, also not on what is no file.
     void Append(const QByteArray& line);
 
 private:

@@ -65,13 +65,13 @@ TICmdShellTreeView::TICmdShellTreeView(QWidget* parent) : QWidget(parent), m_she
 
 TICmdShellTreeView::~TICmdShellTreeView()
 {
+    m_isDestroying = true;
     // At the end of the application the host takes the manager down first.
     if (!QCoreApplication::closingDown()) {
         Guarded([this] { m_shellTree->DrainChanges(); });
         if (m_isListening && UserManager())
             UserManager()->RemoveListener(this, &TICmdShellTreeView::HandleUserProperties);
     }
-    m_isDestroying = true;
     m_shellTree->SetExecuteContextEvent({});
     m_shellTree->SetDefaultActionEvent({});
     m_shellTree->SetChangeEvent({});
@@ -101,7 +101,8 @@ void TICmdShellTreeView::ExecuteCmd(const char* command, bool& handled)
     bool project = m_isListening;
     const TURLName url(CommandText(command));
     QString root = UserManager()->EnvToFilePath(url.GetPath());
-    WalkCommandItems(url, [&](const QString& key, const QString& value) { ApplyCommandItem(key, value, root, project); });
+    WalkCommandItems(url,
+                     [&](const QString& key, const QString& value) { ApplyCommandItem(key, value, root, project); });
     if (DirectoryExists(root))
         m_shellTree->SetRoot(root);
     SetProjectListener(project);
@@ -169,8 +170,10 @@ void TICmdShellTreeView::AttachLog(const TProject& project)
     const QString path = LogPathOf(project);
     if (path != m_logPath)
         SetLogPath(path);
-    m_shellTree->SetChangeEvent([this](QObject* sender, const QByteArray& firstPath, const QByteArray& secondPath,
-                                       TShellChangeKind kind) { HandleShellChange(sender, firstPath, secondPath, kind); });
+    m_shellTree->SetChangeEvent(
+        [this](QObject* sender, const QByteArray& firstPath, const QByteArray& secondPath, TShellChangeKind kind) {
+            HandleShellChange(sender, firstPath, secondPath, kind);
+        });
 }
 
 void TICmdShellTreeView::DetachLog()

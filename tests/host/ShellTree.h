@@ -26,7 +26,10 @@ protected:
     ~TShellTreeFixture() override { std::filesystem::remove_all(Root().toStdString()); }
 
     QString Root() const { return m_directory.filePath(QStringLiteral("wurzel")); }
-    QByteArray At(const QByteArray& item) const { return QFile::encodeName(Root()) + (item.isEmpty() ? "" : "/") + item; }
+    QByteArray At(const QByteArray& item) const
+    {
+        return QFile::encodeName(Root()) + (item.isEmpty() ? "" : "/") + item;
+    }
     // By its bytes, which need not be text.
     void MakeFile(const QByteArray& item, const QByteArray& content = "x") const
     {
@@ -42,7 +45,8 @@ protected:
     }
     bool Exists(const QByteArray& item) const
     {
-        struct stat state{};
+        struct stat state
+        {};
         return lstat(At(item).constData(), &state) == 0;
     }
 

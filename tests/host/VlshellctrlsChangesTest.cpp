@@ -13,11 +13,12 @@ protected:
     // Writes down every change, by its number and its paths below the root.
     void Listen()
     {
-        Tree.SetChangeEvent([this](QObject* sender, const QByteArray& first, const QByteArray& second, TShellChangeKind kind) {
-            EXPECT_EQ(sender, &Tree);
-            const QByteArray to = second.isEmpty() ? QByteArray() : " " + Below(second);
-            m_changes.append(QString::number(kind) + u' ' + QString::fromLatin1(Below(first) + to));
-        });
+        Tree.SetChangeEvent(
+            [this](QObject* sender, const QByteArray& first, const QByteArray& second, TShellChangeKind kind) {
+                EXPECT_EQ(sender, &Tree);
+                const QByteArray to = second.isEmpty() ? QByteArray() : " " + Below(second);
+                m_changes.append(QString::number(kind) + u' ' + QString::fromLatin1(Below(first) + to));
+            });
     }
     // After a rest: who asks at once may be told of a file twice, because it could have changed again unnoticed.
     QStringList Changes()

@@ -40,10 +40,10 @@ TEST_F(VlshellctrlsDragTest, AFileIsDraggedOutAndDroppedOnAField)
             mouse.Move(place + QPoint(0, 5));
             mouse.Move(place + QPoint(0, 60));
         },
-                                   [&] {
-                                       const std::unique_ptr<QMimeData> content = Dragged("grün & rot.html");
-                                       dropped = TDraggedOver(&field, content.get()).EnterAndDrop(QPoint(5, 5));
-                                   });
+        [&] {
+            const std::unique_ptr<QMimeData> content = Dragged("grün & rot.html");
+            dropped = TDraggedOver(&field, content.get()).EnterAndDrop(QPoint(5, 5));
+        });
     mouse.Release(place);
     EXPECT_TRUE(entered);
     EXPECT_TRUE(dropped);

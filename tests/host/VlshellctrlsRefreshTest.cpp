@@ -151,7 +151,8 @@ TEST_F(VlshellctrlsRefreshTest, AFolderWithoutRightsIsShownEmptyAndSaysSo)
         tree.SetRoot(Root());
         const QModelIndex folder = tree.model()->index(0, 0, tree.model()->index(0, 0));
         tree.model()->fetchMore(folder);
-        return QString::number(tree.model()->rowCount(folder)) + folder.data(Qt::ToolTipRole).toString().section(u'/', -1);
+        return QString::number(tree.model()->rowCount(folder)) +
+               folder.data(Qt::ToolTipRole).toString().section(u'/', -1);
     });
     ASSERT_EQ(chmod(At("zu").constData(), 0755), 0);
     EXPECT_EQ(outcome, QStringLiteral("0zu (kann nicht gelesen werden)"));

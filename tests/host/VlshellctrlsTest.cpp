@@ -117,8 +117,8 @@ TEST_F(VlshellctrlsTest, SpellingsOfOnePathAreOneRoot)
     ASSERT_TRUE(Select("a/b"));
     QFile::link(Root(), m_directory.filePath(QStringLiteral("link")));
     for (const QString& spelling :
-         {Root() + u'/', Root() + QStringLiteral("/a/.."), ToPackagePath(Root()), Root().replace(u'/', QLatin1String("//")),
-          m_directory.filePath(QStringLiteral("link"))}) {
+         {Root() + u'/', Root() + QStringLiteral("/a/.."), ToPackagePath(Root()),
+          Root().replace(u'/', QLatin1String("//")), m_directory.filePath(QStringLiteral("link"))}) {
         EXPECT_TRUE(TCustomShellTreeView::IsSameFolder(spelling, Root())) << spelling.toStdString();
         Tree.SetRoot(spelling);
         EXPECT_EQ(Tree.Root(), Root());

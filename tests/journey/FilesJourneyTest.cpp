@@ -97,9 +97,10 @@ TEST_F(FilesJourney, FromTheTreeToTheLog)
         robot.Click(files.PlaceOf({images}), 3);
         user.Choose(QStringLiteral("Neuer Ordner"));
         files.WriteName(QStringLiteral("Plan"));
-        robot.WaitFor(QStringLiteral("the folder"), [&] { return TFilesUser::Find({images, QStringLiteral("Plan")}).isValid(); });
-        robot.WaitFor(QStringLiteral("the log"),
-                      [&] { return QFile::exists(log) && ReadAll(log).count("\r\n") >= 3; });
+        robot.WaitFor(QStringLiteral("the folder"), [&] {
+            return TFilesUser::Find({images, QStringLiteral("Plan")}).isValid();
+        });
+        robot.WaitFor(QStringLiteral("the log"), [&] { return QFile::exists(log) && ReadAll(log).count("\r\n") >= 3; });
         user.TakePicture(QStringLiteral("projektdateien"));
         robot.Key(QStringLiteral("alt+F4"));
     };

@@ -81,9 +81,13 @@ TEST_F(ActionLog, AnUnfinishedLineIsCutBack)
     EXPECT_EQ(Continued("x\nDEL \""), QByteArray("x\n") + New);
 }
 
-TEST_F(ActionLog, ALineThatOnlyLacksItsEndGetsIt)
+TEST_F(ActionLog, ALineThatMayEndInTheMiddleOfANameIsCutBack)
 {
-    EXPECT_EQ(Continued("PUT \"/a\""), QByteArray("PUT \"/a\"\r\n") + New);
+    EXPECT_EQ(Continued("PUT \"/1\"\r\nDEL \"/p/a\""), QByteArray("PUT \"/1\"\r\n") + New);
+}
+
+TEST_F(ActionLog, ALineThatOnlyLacksItsLineFeedGetsIt)
+{
     EXPECT_EQ(Continued("PUT \"/a\"\r"), QByteArray("PUT \"/a\"\r\n") + New);
 }
 

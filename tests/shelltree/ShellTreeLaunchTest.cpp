@@ -81,6 +81,7 @@ TEST_F(ShellTreeLaunch, AFileThatCannotBeOpenedIsNoted)
 {
     QFile::remove(Project.Path(QStringLiteral("a.txt")));
     Component->HandleDefaultAction(&Tree());
-    EXPECT_EQ(Messages.Notes, QStringList{QStringLiteral("\"%1\" kann nicht geöffnet werden.")
-                                              .arg(Project.Path(QStringLiteral("a.txt")))});
+    EXPECT_EQ(
+        Messages.Notes,
+        QStringList{QStringLiteral("\"%1\" kann nicht geöffnet werden.").arg(Project.Path(QStringLiteral("a.txt")))});
 }

@@ -24,7 +24,8 @@ TEST_F(ShellTreeLogFailure, IsOneMessageForManyLines)
         Write(At(file));
     Settle();
     EXPECT_EQ(Messages.Errors,
-              QStringList{QStringLiteral("\"%1\" kann nicht fortgeschrieben werden (Dort steht ein Verzeichnis)").arg(Log())});
+              QStringList{
+                  QStringLiteral("\"%1\" kann nicht fortgeschrieben werden (Dort steht ein Verzeichnis)").arg(Log())});
 }
 
 TEST_F(ShellTreeLogFailure, EndsWithTheNextChangeThatCanBeWritten)

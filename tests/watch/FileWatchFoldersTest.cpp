@@ -178,3 +178,83 @@ TEST_F(FileWatchFoldersTest, LeavesAFolderWithoutRightsAloneAndReadsItWhenItMay)
     });
     EXPECT_EQ(told, QStringLiteral("offen zu/datei"));
 }
+
+TEST_F(FileWatchFoldersTest, FollowsANewFolderThatMovesAwayBeforeItIsRead)
+{
+    MakeFolder("a");
+    MakeFolder("b");
+    Start();
+    MakeFolder("a/neu");
+    Write("a/neu/1", "1");
+    Rename("a/neu", "b/alt");
+    Write("b/alt/2", "2");
+    m_watch.Drain();
+    Write("b/alt/3", "3");
+    EXPECT_EQ(Differences(), "");
+}
+
+TEST_F(FileWatchFoldersTest, FollowsAnExchangeAmongOtherRenames)
+{
+    Write("a", "1");
+    Write("b", "22");
+    Write("c", "333");
+    Write("d", "4444");
+    Start();
+    // Onto an existing name, then the exchange of that name, then another one over an existing name.
+    Rename("d", "c");
+    ASSERT_EQ(renameat2(AT_FDCWD, Path("a").c_str(), AT_FDCWD, Path("b").c_str(), RENAME_EXCHANGE), 0);
+    ASSERT_EQ(renameat2(AT_FDCWD, Path("b").c_str(), AT_FDCWD, Path("c").c_str(), RENAME_EXCHANGE), 0);
+    EXPECT_EQ(Differences(), "");
+}
+
+TEST_F(FileWatchFoldersTest, NeverEntersALinkThatTookTheNameOfAFolder)
+{
+    fs::create_directories(m_root + "-daneben/b");
+    WriteAll(QString::fromStdString(m_root + "-daneben/b/fremd"), "1");
+    MakeFolder("a/b");
+    Start();
+    MakeFolder("a/b/neu");
+    Rename("a", "z");
+    fs::create_directory_symlink(m_root + "-daneben", Path("a"));
+    EXPECT_EQ(Differences(), "");
+    WriteAll(QString::fromStdString(m_root + "-daneben/b/fremd"), "2");
+    Write("z/b/neu/1", "1");
+    m_changes.clear();
+    m_watch.Drain();
+    ASSERT_EQ(m_changes.size(), 1U);
+    EXPECT_EQ(m_changes[0].Path.toStdString(), Path("z/b/neu/1"));
+}
+
+TEST_F(FileWatchFoldersTest, KeepsTheContentOfAFolderThatMayBeListedButNotEntered)
+{
+    const QString told = RunInChild([] {
+        GiveUpRights();
+        const QTemporaryDir directory;
+        const std::string root = directory.path().toStdString();
+        fs::create_directory(root + "/d");
+        WriteAll(QString::fromStdString(root + "/d/1"), "1");
+        TFileWatch watch;
+        QStringList names;
+        QObject::connect(&watch, &TFileWatch::Changed, &watch, [&names, &root](const TShellChange& change) {
+            names.append(QString::number(change.Kind) +
+                         QString::fromUtf8(change.Path.mid(static_cast<qsizetype>(root.size()))));
+        });
+        watch.SetScanOnly(true);
+        watch.SetRoot(QByteArray::fromStdString(root));
+        fs::permissions(root + "/d", fs::perms::owner_read);
+        watch.Drain();
+        fs::permissions(root + "/d", fs::perms::owner_all);
+        return names.join(u' ');
+    });
+    EXPECT_EQ(told, QString());
+}
+
+TEST_F(FileWatchFoldersTest, FollowsTheExchangeOfAFileWithTheIgnoredOne)
+{
+    Write("b", "1");
+    Write("actions.log", "22");
+    m_watch.SetIgnoredFile(QByteArray::fromStdString(Path("actions.log")));
+    Start();
+    ASSERT_EQ(renameat2(AT_FDCWD, Path("b").c_str(), AT_FDCWD, Path("actions.log").c_str(), RENAME_EXCHANGE), 0);
+    EXPECT_EQ(Told(), Lines({"DEL b", "NEW b"}));
+}
