@@ -109,7 +109,8 @@ TCmdButton* TICmdButtons::AddCmdButton(TNavigationPtr action)
 {
     auto* button = new TCmdButton(std::move(action), widget());
     m_layout->addWidget(button);
-    button->show();
+    if (widget()->isVisible())
+        button->show();
     return button;
 }
 
@@ -126,10 +127,12 @@ void TICmdButtons::RemoveCmdButton(QWidget* control)
 void TICmdButtons::RemoveButtons()
 {
     const QList<TCmdButton*> buttons = Buttons();
+    widget()->setUpdatesEnabled(false);
     for (auto button = buttons.rbegin(); button != buttons.rend(); ++button) {
         delete m_layout->takeAt(m_layout->count() - 1);
         (*button)->Retire();
     }
+    widget()->setUpdatesEnabled(true);
     // A menu that is open has lost its button.
     m_popupMenu->ApplyRules();
 }
