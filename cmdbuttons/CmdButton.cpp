@@ -54,11 +54,13 @@ void TCmdButton::Retire()
 {
     const bool isInUse = m_action->IsInUse();
     m_action.reset();
+    // Hiding leads the keyboard to the next button; destroying would leave it nowhere.
+    if (isInUse || hasFocus())
+        hide();
     if (!isInUse) {
         delete this;
         return;
     }
-    hide();
     // The click that runs the action has yet to return through the button, and the bar may go before it.
     setParent(nullptr);
     deleteLater();

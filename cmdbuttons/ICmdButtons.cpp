@@ -7,7 +7,7 @@
 #include "Vlerrors.h"
 #include "Vltext.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QScopeGuard>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -127,6 +127,9 @@ void TICmdButtons::RemoveCmdButton(QWidget* control)
 void TICmdButtons::RemoveButtons()
 {
     const QList<TCmdButton*> buttons = Buttons();
+    // Else the keyboard would go from button to button and at last to another pane.
+    if (widget()->isAncestorOf(QApplication::focusWidget()))
+        setFocus(Qt::OtherFocusReason);
     widget()->setUpdatesEnabled(false);
     for (auto button = buttons.rbegin(); button != buttons.rend(); ++button) {
         delete m_layout->takeAt(m_layout->count() - 1);

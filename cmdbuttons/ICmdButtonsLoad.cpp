@@ -16,6 +16,8 @@ void TICmdButtons::LoadCmdItems(const QString& path)
         m_layout->setEnabled(true);
         m_layout->activate();
         widget()->show();
+        if (hasFocus() && m_layout->count() > 0)
+            m_layout->itemAt(0)->widget()->setFocus(Qt::OtherFocusReason);
     });
     // Nothing new belongs to what is no longer shown, the folder of another project above all.
     m_sourceLocation.clear();
