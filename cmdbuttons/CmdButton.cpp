@@ -54,7 +54,9 @@ void TCmdButton::Retire()
 {
     const bool isInUse = m_action->IsInUse();
     m_action.reset();
-    hide();
+    // Hiding leads the keyboard to the next button; destroying would leave it nowhere.
+    if (isInUse || hasFocus())
+        hide();
     if (!isInUse) {
         delete this;
         return;

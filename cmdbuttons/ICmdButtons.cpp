@@ -7,7 +7,7 @@
 #include "Vlerrors.h"
 #include "Vltext.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QScopeGuard>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -109,7 +109,8 @@ TCmdButton* TICmdButtons::AddCmdButton(TNavigationPtr action)
 {
     auto* button = new TCmdButton(std::move(action), widget());
     m_layout->addWidget(button);
-    button->show();
+    if (widget()->isVisible())
+        button->show();
     return button;
 }
 
@@ -126,10 +127,15 @@ void TICmdButtons::RemoveCmdButton(QWidget* control)
 void TICmdButtons::RemoveButtons()
 {
     const QList<TCmdButton*> buttons = Buttons();
+    // Else the keyboard would go from button to button and at last to another pane.
+    if (widget()->isAncestorOf(QApplication::focusWidget()))
+        setFocus(Qt::OtherFocusReason);
+    widget()->setUpdatesEnabled(false);
     for (auto button = buttons.rbegin(); button != buttons.rend(); ++button) {
         delete m_layout->takeAt(m_layout->count() - 1);
         (*button)->Retire();
     }
+    widget()->setUpdatesEnabled(true);
     // A menu that is open has lost its button.
     m_popupMenu->ApplyRules();
 }

@@ -9,12 +9,15 @@
 
 void TICmdButtons::LoadCmdItems(const QString& path)
 {
+    // What is added to a hidden widget is shown, and laid out, in one go with it.
     m_layout->setEnabled(false);
-    widget()->setUpdatesEnabled(false);
+    widget()->hide();
     const auto resume = qScopeGuard([this] {
         m_layout->setEnabled(true);
         m_layout->activate();
-        widget()->setUpdatesEnabled(true);
+        widget()->show();
+        if (hasFocus() && m_layout->count() > 0)
+            m_layout->itemAt(0)->widget()->setFocus(Qt::OtherFocusReason);
     });
     // Nothing new belongs to what is no longer shown, the folder of another project above all.
     m_sourceLocation.clear();

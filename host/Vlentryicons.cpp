@@ -2,8 +2,11 @@
 
 #include "Vlapputils.h"
 
+#include <QDateTime>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QPixmap>
+#include <QPixmapCache>
 
 namespace
 {
@@ -15,13 +18,9 @@ bool IsVector(const QByteArray& format)
     return format.startsWith("svg");
 }
 
-} // namespace
-
-std::optional<QIcon> LoadEntryIcon(const QString& path)
+QPixmap ReadPicture(const QString& path)
 {
-    if (!FileExists(path))
-        return std::nullopt;
-    QImageReader reader(ToPlatformPath(path));
+    QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QSize whole = reader.size();
@@ -30,8 +29,27 @@ std::optional<QIcon> LoadEntryIcon(const QString& path)
     const bool isLarge = whole.width() > largest.width() || whole.height() > largest.height();
     if (whole.isValid() && (isLarge || IsVector(reader.format())))
         reader.setScaledSize(whole.scaled(largest, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    const QImage image = reader.read();
-    if (image.isNull())
+    return QPixmap::fromImage(reader.read());
+}
+
+} // namespace
+
+// Many entries have the same icon: it is read again only when the file has changed.
+std::optional<QIcon> LoadEntryIcon(const QString& path)
+{
+    const QFileInfo file(ToPlatformPath(path));
+    if (path.isEmpty() || !file.isFile())
         return std::nullopt;
-    return QIcon(QPixmap::fromImage(image));
+    const QString key = QStringLiteral("entry-icon %1 %2 %3")
+                            .arg(file.lastModified().toMSecsSinceEpoch())
+                            .arg(file.size())
+                            .arg(file.absoluteFilePath());
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = ReadPicture(file.filePath());
+        if (picture.isNull())
+            return std::nullopt;
+        QPixmapCache::insert(key, picture);
+    }
+    return QIcon(picture);
 }

@@ -1,5 +1,6 @@
 #include "CmdButtonsBar.h"
 
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 
@@ -88,4 +89,26 @@ TEST_F(CmdButtonsKeyboard, TabDoesNotStopAtTheBarBetweenItsButtons)
     EXPECT_EQ(Focused(), C);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(Focused(), A);
+}
+
+TEST_F(CmdButtonsKeyboard, KeyboardStaysInTheBarWhenItsButtonsAreReplaced)
+{
+    Button(C)->setFocus();
+    Execute();
+    EXPECT_EQ(Focused(), A);
+    UserManager()->OpenProject(m_project.Root());
+    EXPECT_EQ(Focused(), A);
+    Execute("Velmora.CmdButtons.1://%PRJPATH%/fehlt");
+    EXPECT_EQ(QApplication::focusWidget(), &Bar());
+    Execute();
+    EXPECT_EQ(Focused(), A);
+}
+
+TEST_F(CmdButtonsKeyboard, LoadingTakesNoKeyboardFromOthers)
+{
+    QLineEdit other(Bar().window());
+    other.show();
+    other.setFocus();
+    Execute();
+    EXPECT_EQ(QApplication::focusWidget(), &other);
 }

@@ -150,7 +150,7 @@ TEST_F(CmdButtonsLoad, NewItemEventAndLayoutAreRestoredWhenAnExceptionPasses)
     }
     EXPECT_FALSE(FolderManager().GetNewItemEvent());
     EXPECT_TRUE(Bar().widget()->layout()->isEnabled());
-    EXPECT_TRUE(Bar().widget()->updatesEnabled());
+    EXPECT_TRUE(Bar().widget()->isVisible());
     QFile::remove(m_project.Path(QStringLiteral("_buttons/__CmdButtons.def")));
     Execute();
     EXPECT_EQ(Captions(), QStringList({A, C}));
