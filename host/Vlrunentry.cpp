@@ -72,15 +72,18 @@ void RunAddress(const QString& caption, const QString& target, const QString& en
 
 void RunEntry(const QString& caption, const TEntryRecord& record, const QString& file)
 {
-    switch (record.Kind) {
+    // Copies: while a question stands, the entry may be edited, and what was agreed to is what it says now.
+    const TEntryRecord now = record;
+    const QString name = caption;
+    switch (now.Kind) {
     case TEntryKind::Command:
-        FolderManager().RunCommand(record.Target);
+        FolderManager().RunCommand(now.Target);
         break;
     case TEntryKind::File:
-        RunFile(caption, record.Target, file);
+        RunFile(name, now.Target, file);
         break;
     case TEntryKind::Address:
-        RunAddress(caption, record.Target, file);
+        RunAddress(name, now.Target, file);
         break;
     }
 }

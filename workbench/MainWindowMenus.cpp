@@ -5,7 +5,9 @@
 #include "Options.h"
 #include "Pane.h"
 #include "PaneMenu.h"
+#include "Vlagreements.h"
 #include "Vlerrors.h"
+#include "Vlprogramfiles.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -128,8 +130,11 @@ void TMainWindow::OpenMenuInBrowser()
         if (!exported.isEmpty())
             page = exported;
     }
-    if (!QFileInfo::exists(page))
+    if (!QFileInfo(page).isFile())
         throw TUserError(QStringLiteral("\"%1\" gibt es noch nicht. Exportieren Sie zuerst das Menu.").arg(page));
+    // A command of the project may name any file as the page.
+    if (MayRunProgram(page) && !IsAgreedTo(QStringLiteral("Im Browser öffnen"), page, page))
+        return;
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(page)))
         throw TUserError(QStringLiteral("\"%1\" lässt sich nicht im Browser öffnen.").arg(page));
 }

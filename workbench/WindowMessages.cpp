@@ -5,7 +5,6 @@
 #include "Panes.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 TWindowMessages::TWindowMessages(QWidget& window, TMessagePane& pane, const TPanes& panes)
     : m_window(window), m_pane(pane), m_panes(panes), m_previous(SetMessageHandler(this))
@@ -26,8 +25,7 @@ void TWindowMessages::BeginBoxes()
 
 void TWindowMessages::ShowInformation(const QString& text)
 {
-    QMessageBox box(QMessageBox::Information, QApplication::applicationDisplayName(), text, QMessageBox::Ok, &m_window);
-    Run(box);
+    Show(QMessageBox::Information, text, QMessageBox::Ok);
 }
 
 void TWindowMessages::ShowError(const QString& text)
@@ -41,15 +39,12 @@ void TWindowMessages::ShowError(const QString& text)
 
 void TWindowMessages::ShowErrorBox(const QString& text)
 {
-    QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(), text, QMessageBox::Ok, &m_window);
-    Run(box);
+    Show(QMessageBox::Critical, text, QMessageBox::Ok);
 }
 
 bool TWindowMessages::Confirm(const QString& text)
 {
-    QMessageBox box(QMessageBox::Question, QApplication::applicationDisplayName(), text,
-                    QMessageBox::Yes | QMessageBox::No, &m_window);
-    return Run(box) == QMessageBox::Yes;
+    return Show(QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 void TWindowMessages::Note(const QObject* source, const QString& text)
@@ -60,6 +55,14 @@ void TWindowMessages::Note(const QObject* source, const QString& text)
 int TWindowMessages::Run(QMessageBox& box)
 {
     return box.exec();
+}
+
+int TWindowMessages::Show(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons)
+{
+    QMessageBox box(icon, QApplication::applicationDisplayName(), text, buttons, &m_window);
+    // Texts carry names and paths; none of them is markup.
+    box.setTextFormat(Qt::PlainText);
+    return Run(box);
 }
 
 QString NoteLine(const TPanes& panes, const QObject* source, const QString& text)

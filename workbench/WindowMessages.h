@@ -2,9 +2,9 @@
 
 #include "Vlmessages.h"
 
+#include <QMessageBox>
 #include <QStringList>
 
-class QMessageBox;
 class QWidget;
 class TMessagePane;
 class TPanes;
@@ -33,6 +33,7 @@ protected:
     virtual int Run(QMessageBox& box);
 
 private:
+    int Show(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons);
     void ShowErrorBox(const QString& text);
 
     QWidget& m_window;

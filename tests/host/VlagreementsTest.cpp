@@ -1,12 +1,16 @@
 #include "Vlagreements.h"
 
+#include "ChildProcess.h"
 #include "TemporarySettings.h"
 #include "TestSupport.h"
 #include "Vlerrors.h"
 
+#include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace
 {
@@ -124,4 +128,50 @@ TEST_F(Agreements, CharactersThatHideOthersAreShownByTheirCodes)
     EXPECT_EQ(VisibleText(QStringLiteral("Küche 100 %")), QStringLiteral("Küche 100 %"));
     Ask(QStringLiteral("rm\n\n\n\nharmlos"));
     EXPECT_TRUE(m_messages.Questions.first().contains(QStringLiteral("rm<U+000A><U+000A>")));
+}
+
+TEST_F(Agreements, EveryBlankCharacterIsShownByItsCode)
+{
+    const std::u32string blanks = U"\u3164\u115F\u1160\uFFA0\u2800\u00A0\u2003\u202F\u3000\u034F\uFE0F\uE000"
+                                  U"\U000E0041\U000E0100\U0001D159";
+    EXPECT_EQ(VisibleText(QString::fromStdU32String(blanks)),
+              QStringLiteral("<U+3164><U+115F><U+1160><U+FFA0><U+2800><U+00A0><U+2003><U+202F><U+3000><U+034F><U+FE0F>"
+                             "<U+E000><U+E0041><U+E0100><U+1D159>"));
+    EXPECT_EQ(VisibleText(QString(QChar(0xD83D)) + u'a' + QChar(0xDE00)), QStringLiteral("<U+D83D>a<U+DE00>"));
+    const auto shown = QString::fromUtf8("Küche 😀 中文 한글 a b");
+    EXPECT_EQ(VisibleText(shown), shown);
+}
+
+TEST_F(Agreements, CommandStandsOnItsOwnLineBeforeACaptionOfAnyLength)
+{
+    const auto command = QStringLiteral("/tmp/a.sh");
+    for (const QString& caption : {QString(5000, u'x'), QString(5000, u'\n'), QString::fromUtf8("😀").repeated(3000),
+                                   QStringLiteral("Harmlos:\n\n/usr/bin/true\n\n")}) {
+        IsAgreedTo(caption, command + QString::number(m_messages.Questions.size()), {});
+        const QString question = m_messages.Questions.last();
+        EXPECT_EQ(question.section(u'\n', 2, 2), command + QString::number(m_messages.Questions.size() - 1));
+        EXPECT_LT(question.size(), 400);
+        EXPECT_TRUE(question.isValidUtf16());
+    }
+    EXPECT_TRUE(m_messages.Questions.first().contains(QString(79, u'x') + u'…'));
+    EXPECT_TRUE(m_messages.Questions.last().contains(QStringLiteral("Harmlos:<U+000A><U+000A>/usr/bin/true")));
+}
+
+TEST_F(Agreements, ProgramThatIsReplacedWhileTheQuestionStandsIsNotRun)
+{
+    m_messages.WhenAsked = [this] { WriteAll(m_program, "#!/bin/sh\nrm -rf ~\n"); };
+    EXPECT_TRUE(OutcomeOf([this] { Ask(m_program, m_program); }).contains(QStringLiteral("hat sich geändert")));
+    m_messages.WhenAsked = {};
+    m_messages.Answer = false;
+    EXPECT_FALSE(Ask(m_program, m_program));
+    WriteAll(m_program, "#!/bin/sh\n");
+    EXPECT_FALSE(Ask(m_program, m_program));
+    EXPECT_EQ(m_messages.Questions.size(), 3);
+}
+
+TEST_F(Agreements, ProgramThatVanishesWhileTheQuestionStandsIsNotRun)
+{
+    m_messages.WhenAsked = [this] { QFile::remove(m_program); };
+    EXPECT_THROW(Ask(m_program, m_program), TFileError);
+    EXPECT_TRUE(QSettings().allKeys().isEmpty());
 }

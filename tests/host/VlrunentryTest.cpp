@@ -165,3 +165,13 @@ TEST_F(RunEntryTest, FileOfAProjectNeedsOne)
     EXPECT_TRUE(Fault(TEntryKind::File, QStringLiteral("a.txt")).contains(QStringLiteral("offenes Projekt")));
     EXPECT_TRUE(Fault(TEntryKind::File, QStringLiteral("%PRJPATH%/a")).contains(QStringLiteral("offenes Projekt")));
 }
+
+TEST_F(RunEntryTest, EntryThatIsEditedWhileTheQuestionStandsRunsWhatWasAgreedTo)
+{
+    TEntryRecord record{.Kind = TEntryKind::Address, .Target = QStringLiteral("steuerung://start")};
+    m_messages.WhenAsked = [&] {
+        record = {.Kind = TEntryKind::Address, .Target = QStringLiteral("steuerung://stop")};
+    };
+    RunEntry(QStringLiteral("Knopf"), record, m_file);
+    EXPECT_EQ(m_opened.Urls(), QList<QUrl>{QUrl(QStringLiteral("steuerung://start"))});
+}

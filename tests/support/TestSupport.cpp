@@ -26,6 +26,8 @@ TRecordedMessages::~TRecordedMessages()
 bool TRecordedMessages::Confirm(const QString& text)
 {
     Questions.append(text);
+    if (WhenAsked)
+        WhenAsked();
     return Answer;
 }
 

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <type_traits>
@@ -28,6 +29,8 @@ public:
     void Note(const QObject* source, const QString& text) override;
 
     bool Answer = true;
+    // What happens while a question stands.
+    std::function<void()> WhenAsked;
     QStringList Informations;
     QStringList Errors;
     QStringList Questions;

@@ -171,6 +171,33 @@ TEST_F(MainWindowMenus, PageThatTheMenusCommandNamesOpensInTheBrowser)
     EXPECT_EQ(m_messages.Errors.size(), 1);
 }
 
+TEST_F(MainWindowMenus, ProgramThatTheMenusCommandNamesAsItsPageRunsOnlyAfterAQuestion)
+{
+    TOpenedUrls opened;
+    const QString page = m_directory.filePath(QStringLiteral("Haus/start.desktop"));
+    WriteAll(page, "[Desktop Entry]\nType=Application\nExec=a\n");
+    Pane(QStringLiteral("b")).Execute(QStringLiteral("Velmora.MenuTree.1://?out=%PRJPATH%\\start.desktop"));
+    m_messages.Answer = false;
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>());
+    ASSERT_EQ(m_messages.Questions.size(), 1);
+    EXPECT_TRUE(m_messages.Questions.first().contains(page));
+    EXPECT_EQ(m_messages.Errors, QStringList());
+
+    m_messages.Answer = true;
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>{QUrl::fromLocalFile(page)});
+}
+
+TEST_F(MainWindowMenus, FolderIsNoPage)
+{
+    TOpenedUrls opened;
+    Pane(QStringLiteral("b")).Execute(QStringLiteral("Velmora.MenuTree.1://?out=%PRJPATH%"));
+    Command("OpenInBrowser")->trigger();
+    EXPECT_EQ(opened.Urls(), QList<QUrl>());
+    EXPECT_EQ(m_messages.Errors.size(), 1);
+}
+
 TEST_F(MainWindowMenus, MenuThatWasNotExportedIsNamed)
 {
     TOpenedUrls opened;

@@ -22,12 +22,14 @@ public:
 
     int Answer = QMessageBox::Ok;
     QStringList Boxes;
+    QList<Qt::TextFormat> Formats;
     QMessageBox::StandardButtons Buttons;
 
 protected:
     int Run(QMessageBox& box) override
     {
         Boxes.append(box.text());
+        Formats.append(box.textFormat());
         Buttons = box.standardButtons();
         return Answer;
     }
@@ -125,6 +127,17 @@ TEST_F(WindowMessages, InformationIsABox)
 {
     ShowInformation(QStringLiteral("fertig"));
     EXPECT_EQ(m_shown.Boxes, QStringList{QStringLiteral("fertig")});
+}
+
+TEST_F(WindowMessages, MarkupInATextIsShownAsText)
+{
+    const auto markup = QStringLiteral("<b>rm</b><!-- -rf --> &amp;");
+    m_shown.BeginBoxes();
+    ShowInformation(markup);
+    ShowError(markup);
+    Confirm(markup);
+    EXPECT_EQ(m_shown.Boxes, QStringList({markup, markup, markup}));
+    EXPECT_EQ(m_shown.Formats, QList<Qt::TextFormat>(3, Qt::PlainText));
 }
 
 TEST_F(WindowMessages, PreviousHandlerIsBackAfterwards)
