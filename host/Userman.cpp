@@ -64,6 +64,21 @@ QString TUserManager::EnvToFilePath(const QString& text) const
     return ToPackagePath(DecodeVars(ExpandEnvStrings(text)));
 }
 
+// The project is not left to the environment, which knows the active one only. A character that no path has stands for
+// the root until all is expanded, because a percent sign in its name is no reference.
+QString TUserManager::EnvToFilePathIn(const QString& root, const QString& text)
+{
+    const auto mark = [](QString path) {
+        for (const QString& reference : ProjectReferences)
+            path.replace(reference, QString(QChar::Null), Qt::CaseInsensitive);
+        return path;
+    };
+    QString path = mark(ExpandEnvStrings(mark(text)));
+    if (root.isEmpty() && path.contains(QChar::Null))
+        return {};
+    return ToPackagePath(path.replace(QString(QChar::Null), root));
+}
+
 bool TUserManager::DependsOnProject(const QString& text)
 {
     for (const QString& reference : ProjectReferences) {

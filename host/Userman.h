@@ -51,6 +51,9 @@ public:
     // expanded, backslashes as separators.
     QString EnvToFilePath(const QString& text) const;
 
+    // The same for the project in the directory `root`, whichever is active; empty for none, which nothing is below.
+    static QString EnvToFilePathIn(const QString& root, const QString& text);
+
     // True when `text` contains "$(project)" or "%PRJPATH%", without regard to case.
     static bool DependsOnProject(const QString& text);
 

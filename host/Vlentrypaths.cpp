@@ -5,36 +5,35 @@
 
 #include <QDir>
 
-namespace
-{
-
-QString ProjectRoot()
-{
-    const TProject* project = UserManager() ? UserManager()->GetActiveProject() : nullptr;
-    return project ? project->GetRootDirectory() : QString();
-}
-
-} // namespace
-
 QString ResolveEntryPath(const QString& text)
 {
-    const QString path = UserManager() ? UserManager()->EnvToFilePath(text) : ToPackagePath(text);
+    return ResolveEntryPathIn(ActiveProjectRoot(), text);
+}
+
+QString ResolveEntryPathIn(const QString& root, const QString& text)
+{
+    const QString path = TUserManager::EnvToFilePathIn(root, text);
     if (path.isEmpty() || QDir::isAbsolutePath(ToPlatformPath(path)))
         return path;
-    const QString root = ProjectRoot();
     return root.isEmpty() ? QString() : ToPackagePath(JoinFilePath(root, {path}));
 }
 
-QString PortableEntryPath(const QString& path)
+QString PortableEntryPath(const QString& root, const QString& path)
 {
     QString first;
     QString second;
     QString third;
-    const QString root = ToPackagePath(ProjectRoot());
-    ExtractRelPath(root, ToPackagePath(path), PathSeparator, first, second, third);
-    if (root.isEmpty() || first != root)
+    const QString base = ToPackagePath(root);
+    ExtractRelPath(base, ToPackagePath(path), PathSeparator, first, second, third);
+    if (base.isEmpty() || first != base)
         return QDir::fromNativeSeparators(ToPlatformPath(path));
     return QStringLiteral("%PRJPATH%/") + third.replace(PathSeparator, u'/');
+}
+
+QString ActiveProjectRoot()
+{
+    const TProject* project = UserManager() ? UserManager()->GetActiveProject() : nullptr;
+    return project ? project->GetRootDirectory() : QString();
 }
 
 bool IsEntryFileName(const QString& path)

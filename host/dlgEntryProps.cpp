@@ -43,17 +43,11 @@ template <class TField> TField* MakeField(QWidget* parent, const char* name, con
     return field;
 }
 
-// A file that is dropped is written as an entry writes it.
-bool TakeDroppedFile(QObject*, QString& fileName)
-{
-    fileName = PortableEntryPath(fileName);
-    return true;
-}
-
 } // namespace
 
 TEntryPropsDialog::TEntryPropsDialog(QWidget* parent)
     : QDialog(parent),
+      m_projectRoot(ActiveProjectRoot()),
       m_fields(new QFormLayout),
       m_caption(MakeField<QLineEdit>(this, "EditCaption", QStringLiteral("Bezeichnung"))),
       m_kind(MakeField<QComboBox>(this, "ComboKind", QStringLiteral("Art"))),
@@ -131,8 +125,13 @@ void TEntryPropsDialog::BuildFields()
     m_file->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_fields->addRow(QStringLiteral("Gespeichert in:"), m_file);
 
-    m_target->SetValidateFileEvent(TakeDroppedFile);
-    m_icon->SetValidateFileEvent(TakeDroppedFile);
+    // A file that is dropped is written as an entry writes it.
+    const auto takeDroppedFile = [this](QObject*, QString& fileName) {
+        fileName = PortableEntryPath(m_projectRoot, fileName);
+        return true;
+    };
+    m_target->SetValidateFileEvent(takeDroppedFile);
+    m_icon->SetValidateFileEvent(takeDroppedFile);
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] { Guarded([this] { ShowKind(); }); });
     connect(m_icon, &QLineEdit::textChanged, this, [this] { Guarded([this] { ShowIcon(); }); });
 }
@@ -174,6 +173,7 @@ void TEntryPropsDialog::SetRecord(const TEntryRecord& record, const QString& cat
     m_target->setText(record.Target);
     m_category->setText(record.Category);
     m_category->setPlaceholderText(category);
+    m_givenIcon = record.Icon.trimmed();
     m_icon->setText(record.Icon);
     m_removable->setChecked(record.Removable);
 }
@@ -205,26 +205,25 @@ void TEntryPropsDialog::ShowKind()
 
 void TEntryPropsDialog::ShowIcon()
 {
-    const auto icon = LoadEntryIcon(ResolveEntryPath(m_icon->text().trimmed()));
+    const auto icon = LoadEntryIcon(Resolve(m_icon->text().trimmed()));
     m_preview->setPixmap(icon ? icon->pixmap(QSize(EntryIconSize, EntryIconSize), devicePixelRatioF()) : QPixmap());
     m_preview->setVisible(icon.has_value());
 }
 
 void TEntryPropsDialog::BrowseTarget()
 {
-    const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Datei auswählen"),
-                                                      ToPlatformPath(ResolveEntryPath(QStringLiteral("%PRJPATH%"))));
+    const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Datei auswählen"), m_projectRoot);
     if (!file.isEmpty())
-        m_target->setText(PortableEntryPath(file));
+        m_target->setText(PortableEntryPath(m_projectRoot, file));
 }
 
 void TEntryPropsDialog::BrowseIcon()
 {
-    const QString file = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Symbol auswählen"), ToPlatformPath(ResolveEntryPath(QStringLiteral("%PRJPATH%"))),
-        QStringLiteral("Bilder (*.png *.svg *.jpg *.jpeg *.gif *.ico *.bmp)"));
+    const QString file =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Symbol auswählen"), m_projectRoot,
+                                     QStringLiteral("Bilder (*.png *.svg *.jpg *.jpeg *.gif *.ico *.bmp)"));
     if (!file.isEmpty())
-        m_icon->setText(PortableEntryPath(file));
+        m_icon->setText(PortableEntryPath(m_projectRoot, file));
 }
 
 bool TEntryPropsDialog::Refuse(QWidget* field, const QString& reason)
@@ -259,6 +258,19 @@ QString TEntryPropsDialog::TargetFault() const
     return {};
 }
 
+QString TEntryPropsDialog::IconFault() const
+{
+    const QString icon = m_icon->text().trimmed();
+    if (icon.isEmpty() || icon == m_givenIcon || LoadEntryIcon(Resolve(icon)))
+        return {};
+    return QStringLiteral("\"%1\" gibt es nicht oder ist kein Bild.").arg(icon);
+}
+
+QString TEntryPropsDialog::Resolve(const QString& path) const
+{
+    return ResolveEntryPathIn(m_projectRoot, path);
+}
+
 bool TEntryPropsDialog::Validate()
 {
     m_error->hide();
@@ -267,10 +279,8 @@ bool TEntryPropsDialog::Validate()
     const QString fault = TargetFault();
     if (!fault.isEmpty())
         return Refuse(m_target, fault);
-    const QString icon = m_icon->text().trimmed();
-    if (!icon.isEmpty() && !LoadEntryIcon(ResolveEntryPath(icon)))
-        return Refuse(m_icon, QStringLiteral("\"%1\" gibt es nicht oder ist kein Bild.").arg(icon));
-    return true;
+    const QString iconFault = IconFault();
+    return iconFault.isEmpty() || Refuse(m_icon, iconFault);
 }
 
 void TEntryPropsDialog::accept()

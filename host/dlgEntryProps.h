@@ -16,8 +16,8 @@ class QPushButton;
 class TVlFileDropEdit;
 
 // The properties of a navigation entry: caption, what it does, category, icon with a preview, removable. What is
-// missing or wrong is said in the dialog, which stays open with everything that was typed. Made by the entry for one
-// use.
+// missing or wrong is said in the dialog, which stays open with everything that was typed. Its paths are those of the
+// project that is open when it is made. Made by the entry for one use.
 class VLHOST_API TEntryPropsDialog final : public QDialog
 {
     Q_OBJECT
@@ -54,7 +54,12 @@ private:
     bool Refuse(QWidget* field, const QString& reason);
     // What is wrong with the target; empty when nothing is.
     QString TargetFault() const;
+    // What is wrong with the icon; empty when nothing is, or when it is the one that was there before.
+    QString IconFault() const;
+    QString Resolve(const QString& path) const;
 
+    QString m_projectRoot;
+    QString m_givenIcon;
     QFormLayout* m_fields;
     QLineEdit* m_caption;
     QComboBox* m_kind;

@@ -36,11 +36,27 @@ TEST(EntryPaths, NothingResolvesToTheWorkingDirectoryWithoutAProject)
 TEST(EntryPaths, PathsBelowTheProjectAreWrittenByItsVariable)
 {
     const TTemporaryProject project;
-    EXPECT_EQ(PortableEntryPath(project.Path(QStringLiteral("images/a b.png"))),
+    EXPECT_EQ(PortableEntryPath(project.Root(), project.Path(QStringLiteral("images/a b.png"))),
               QStringLiteral("%PRJPATH%/images/a b.png"));
-    EXPECT_EQ(PortableEntryPath(project.Root() + QStringLiteral("2/a.png")),
+    EXPECT_EQ(PortableEntryPath(project.Root(), project.Root() + QStringLiteral("2/a.png")),
               project.Root() + QStringLiteral("2/a.png"));
-    EXPECT_EQ(PortableEntryPath(QStringLiteral("/tmp/a.png")), QStringLiteral("/tmp/a.png"));
+    EXPECT_EQ(PortableEntryPath(project.Root(), QStringLiteral("/tmp/a.png")), QStringLiteral("/tmp/a.png"));
+}
+
+TEST(EntryPaths, ProjectThatIsMeantMayBeAnotherThanTheActiveOne)
+{
+    const TTemporaryProject active;
+    const auto root = QStringLiteral("/tmp/100 %HOME% Haus");
+    for (const char* path : {"a.png", "%PRJPATH%/a.png", "%prjpath%\\a.png", "$(Project)/a.png"})
+        EXPECT_EQ(ResolveEntryPathIn(root, QString::fromLatin1(path)), QStringLiteral("\\tmp\\100 %HOME% Haus\\a.png"))
+            << path;
+    qputenv("VELMORA_TEST_FOLDER", "$(project)/b");
+    EXPECT_EQ(ResolveEntryPathIn(root, QStringLiteral("%VELMORA_TEST_FOLDER%/a")),
+              QStringLiteral("\\tmp\\100 %HOME% Haus\\b\\a"));
+    qunsetenv("VELMORA_TEST_FOLDER");
+    EXPECT_TRUE(ResolveEntryPathIn({}, QStringLiteral("a.png")).isEmpty());
+    EXPECT_TRUE(ResolveEntryPathIn({}, QStringLiteral("%PRJPATH%/a.png")).isEmpty());
+    EXPECT_EQ(ResolveEntryPathIn({}, QStringLiteral("/tmp/a.png")), QStringLiteral("\\tmp\\a.png"));
 }
 
 TEST(EntryPaths, EntryFilesAreKnownByTheirNames)

@@ -1,16 +1,23 @@
 #include "dlgEntryProps.h"
 
+#include "NestedLoop.h"
 #include "TestSupport.h"
+#include "Userman.h"
 #include "Vlerrors.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace
 {
@@ -58,7 +65,14 @@ protected:
         return QStringLiteral("%PRJPATH%/a.png");
     }
 
+    void OpenOther() const
+    {
+        TProject::Create(m_other.filePath(QStringLiteral("other")), QStringLiteral("other"));
+        UserManager()->OpenProject(m_other.filePath(QStringLiteral("other")));
+    }
+
     TTemporaryProject m_project;
+    QTemporaryDir m_other;
     TRecordedMessages m_messages;
     QList<TEntryRecord> m_accepted;
     TEntryPropsDialog m_dialog{nullptr};
@@ -143,6 +157,64 @@ TEST_F(EntryDialog, IconThatIsNoPictureIsRefused)
     Type("EditIcon", QStringLiteral("a.png"));
     EXPECT_FALSE(Field<QLabel>("Preview")->isVisible());
     EXPECT_EQ(RefusedField(), QStringLiteral("EditIcon"));
+}
+
+TEST_F(EntryDialog, IconThatWasThereBeforeIsNotRefused)
+{
+    m_dialog.SetRecord({.Caption = QStringLiteral("A"),
+                        .Target = QStringLiteral("pane://scenes"),
+                        .Icon = QStringLiteral("fehlt.png")},
+                       {});
+    Type("EditCaption", QStringLiteral("B"));
+    Type("EditIcon", QStringLiteral("fehlt auch.png"));
+    EXPECT_EQ(RefusedField(), QStringLiteral("EditIcon"));
+    Type("EditIcon", QStringLiteral("fehlt.png"));
+    EXPECT_EQ(RefusedField(), QStringLiteral("closed"));
+    ASSERT_EQ(m_accepted.size(), 1);
+    EXPECT_EQ(m_accepted.first().Icon, QStringLiteral("fehlt.png"));
+}
+
+TEST_F(EntryDialog, PathsAreThoseOfTheProjectThatWasOpenAtFirst)
+{
+    MakePicture();
+    OpenOther();
+    Type("EditCaption", QStringLiteral("A"));
+    Type("EditTarget", QStringLiteral("pane://scenes"));
+    for (const char* icon : {"%PRJPATH%/a.png", "a.png"}) {
+        Type("EditIcon", QString::fromLatin1(icon));
+        EXPECT_TRUE(Field<QLabel>("Preview")->isVisible()) << icon;
+    }
+    EXPECT_EQ(RefusedField(), QStringLiteral("closed"));
+}
+
+TEST_F(EntryDialog, DroppedFileIsWrittenForTheProjectThatWasOpenAtFirst)
+{
+    MakePicture();
+    OpenOther();
+    for (const char* field : {"EditIcon", "EditTarget"}) {
+        QMimeData file;
+        file.setUrls({QUrl::fromLocalFile(m_project.Path(QStringLiteral("a.png")))});
+        EXPECT_TRUE(TDraggedOver(Field<QLineEdit>(field), &file).EnterAndDrop(QPoint(5, 5)));
+        EXPECT_EQ(Field<QLineEdit>(field)->text(), QStringLiteral("%PRJPATH%/a.png"));
+    }
+}
+
+TEST_F(EntryDialog, FileIsChosenInTheProjectThatWasOpenAtFirst)
+{
+    MakePicture();
+    OpenOther();
+    Choose(TEntryKind::File);
+    for (const auto& [button, field] : {std::pair{"BtnIcon", "EditIcon"}, std::pair{"BtnTarget", "EditTarget"}}) {
+        EXPECT_TRUE(RunInLoop([&, name = button] { Press(name); },
+                              [this] {
+                                  auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                                  ASSERT_NE(dialog, nullptr);
+                                  EXPECT_EQ(dialog->directory().path(), m_project.Root());
+                                  dialog->selectFile(m_project.Path(QStringLiteral("a.png")));
+                                  static_cast<QDialog*>(dialog)->accept();
+                              }));
+        EXPECT_EQ(Field<QLineEdit>(field)->text(), QStringLiteral("%PRJPATH%/a.png"));
+    }
 }
 
 TEST_F(EntryDialog, IconIsShownAsSoonAsItIsNamed)
