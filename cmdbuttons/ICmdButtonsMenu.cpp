@@ -43,7 +43,9 @@ std::span<const TPopupRow<TICmdButtons>> TICmdButtons::PopupRows()
 
 TCmdButton* TICmdButtons::MenuTarget() const
 {
-    return m_target ? m_target->data() : qobject_cast<TCmdButton*>(widget()->focusWidget());
+    auto* button = m_target ? m_target->data() : qobject_cast<TCmdButton*>(widget()->focusWidget());
+    // One that has retired while its action was in use is still there, without its action.
+    return button && button->Action() ? button : nullptr;
 }
 
 bool TICmdButtons::CanRemove() const
@@ -143,6 +145,7 @@ void TICmdButtons::AssignNewAction()
 
 void TICmdButtons::ShowProperties(QWidget* control)
 {
-    if (auto* button = qobject_cast<TCmdButton*>(control))
+    auto* button = qobject_cast<TCmdButton*>(control);
+    if (button && button->Action())
         button->Action()->EditProperties();
 }

@@ -1,9 +1,16 @@
 #include "ChildProcess.h"
 #include "CmdButtonsBar.h"
+#include "NestedLoop.h"
 #include "Vlerrors.h"
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QLayout>
+
+#include <fstream>
+
+#include <unistd.h>
 
 namespace
 {
@@ -119,4 +126,79 @@ TEST_F(CmdButtonsBadInput, CaptionsOfAnyKindAreShownAsText)
     EXPECT_TRUE(Button(markup)->toolTip().contains(QStringLiteral("&lt;b&gt;")));
     EXPECT_LE(Bar().widget()->width(), Bar().viewport()->width());
     EXPECT_FALSE(Bar().grab().isNull());
+}
+
+TEST_F(CmdButtonsBadInput, FailureWhileADefinitionFileIsReadLeavesNothingBehind)
+{
+    WriteEntry(A);
+    WriteDefinition("_buttons/a.uri\r\n");
+    const QString file = m_project.Path(QStringLiteral("_buttons/__CmdButtons.def"));
+    QFile::setPermissions(file, QFile::Permissions());
+    QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
+    EXPECT_EQ(RunInChild([&] {
+                  GiveUpRights();
+                  const QString outcome = OutcomeOf([this] { Execute(); });
+                  return QStringLiteral("%1|%2|%3|%4")
+                      .arg(outcome.contains(file))
+                      .arg(FolderManager().GetNewItemEvent() ? 1 : 0)
+                      .arg(Bar().widget()->layout()->isEnabled())
+                      .arg(Bar().widget()->isVisible());
+              }),
+              QStringLiteral("1|0|1|1"));
+}
+
+TEST_F(CmdButtonsBadInput, FailureWhileTheEntriesOfADefinitionFileAreReadLeavesNothingBehind)
+{
+    WriteEntry(A);
+    WriteEntry(B, "Unsinn");
+    WriteDefinition("_buttons/b.uri\r\n_buttons/a.uri\r\n");
+    const TThrowingNotes notes;
+    EXPECT_THROW(Execute(), TUserError);
+    EXPECT_FALSE(FolderManager().GetNewItemEvent());
+    EXPECT_TRUE(Bar().widget()->layout()->isEnabled());
+    EXPECT_TRUE(Bar().widget()->isVisible());
+    WriteEntry(B);
+    Execute();
+    EXPECT_EQ(Captions(), QStringList({B, A}));
+    EXPECT_TRUE(Button(A)->isVisible());
+}
+
+TEST_F(CmdButtonsBadInput, FileNamesOfAnyKindAreCaptionsAndRun)
+{
+    const QStringList names{QStringLiteral("\"zitat\" 'und'"), QStringLiteral("zwei\nzeilen"),
+                            QStringLiteral("punkte..."), QStringLiteral("%PRJPATH%"), QStringLiteral("a&b=c;d")};
+    for (const QString& name : names)
+        WriteEntry(name, "Command=pane://x\n");
+    Execute();
+    QStringList captions = Captions();
+    captions.sort();
+    QStringList expected = names;
+    expected.sort();
+    EXPECT_EQ(captions, expected);
+    for (const QString& name : names)
+        Click(name);
+    EXPECT_EQ(m_commands, QStringList(names.size(), QStringLiteral("pane://x")));
+}
+
+TEST_F(CmdButtonsBadInput, PropertiesOfAnEntryWithAnOddFileNameAreSavedInItsFile)
+{
+    const auto name = QStringLiteral("\"zwei\"\nzeilen...");
+    WriteEntry(name, "Command=pane://x\n");
+    Execute();
+    EXPECT_TRUE(RunInLoop([&] { Bar().ShowProperties(Button(name)); }, [] { Confirm(QStringLiteral("Neu")); }));
+    EXPECT_EQ(m_messages.Errors, QStringList());
+    EXPECT_TRUE(m_project.Read(QStringLiteral("_buttons/%1.uri").arg(name)).contains("Caption=Neu"));
+    EXPECT_EQ(QDir(m_project.Path(QStringLiteral("_buttons"))).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(CmdButtonsBadInput, FileNameThatIsNoUtf8LeavesTheOthersAlone)
+{
+    WriteEntry(A);
+    const QByteArray path = m_project.Path(QStringLiteral("_buttons/")).toUtf8() + "k\xFC"
+                                                                                   "che.uri";
+    std::ofstream(path.toStdString()) << "Command=pane://x\n";
+    ASSERT_EQ(access(path.constData(), R_OK), 0);
+    Execute();
+    EXPECT_EQ(Captions(), QStringList{A});
+    EXPECT_EQ(m_messages.Errors, QStringList());
 }

@@ -10,6 +10,9 @@
 TBarTest::TBarTest() : m_bar(std::make_unique<TICmdButtons>(&m_window))
 {
     QDir().mkpath(m_project.Path(QStringLiteral("_buttons")));
+    TProject::Create(OtherRoot(), QStringLiteral("anderes"));
+    QDir().mkpath(OtherRoot() + QStringLiteral("/_buttons"));
+    WriteAll(OtherRoot() + QStringLiteral("/_buttons/anderes.uri"), "Command=pane://x");
     FolderManager().SetCommandEvent([this](const QString& command) { m_commands.append(command); });
     m_window.setLayout(new QVBoxLayout);
     m_window.layout()->addWidget(m_bar.get());

@@ -9,6 +9,7 @@
 #include "Vlerrors.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -45,6 +46,7 @@ protected:
 
     TICmdButtons& Bar() { return *m_bar; }
     void EndBar() { m_bar.reset(); }
+    bool HasBar() const { return m_bar != nullptr; }
 
     // An entry file below the project; its command is pane://NAME unless the text says something else.
     void WriteEntry(const QString& name, const QByteArray& text = {}) const;
@@ -79,6 +81,10 @@ protected:
     // Fills the dialog with what makes it valid and presses OK.
     static void Confirm(const QString& caption);
 
+    // Another project, whose bar has one button, "anderes". OpenOther makes it the active one.
+    QString OtherRoot() const { return m_otherDirectory.filePath(QStringLiteral("anderes")); }
+    void OpenOther() const { UserManager()->OpenProject(OtherRoot()); }
+
     // What the bar has left to be destroyed later.
     static void Settle();
 
@@ -88,6 +94,7 @@ protected:
     QStringList m_commands; // texts that buttons have sent
 
 private:
+    QTemporaryDir m_otherDirectory;
     QWidget m_window;
     std::unique_ptr<TICmdButtons> m_bar;
 };

@@ -194,3 +194,18 @@ TEST_F(CmdButtonsLoad, LongBarScrolls)
     EXPECT_TRUE(Bar().widget()->height() > 30 * 75);
     EXPECT_LE(Bar().widget()->width(), Bar().viewport()->width());
 }
+
+TEST_F(CmdButtonsLoad, BarThatIsLoadedWhileItsPaneIsHiddenShowsItsButtonsWithIt)
+{
+    WriteEntries({QStringLiteral("a"), QStringLiteral("b")});
+    Bar().window()->hide();
+    Execute();
+    EXPECT_FALSE(Button(QStringLiteral("a"))->isVisible());
+    Bar().window()->show();
+    QApplication::processEvents();
+    for (const TCmdButton* button : Bar().Buttons()) {
+        EXPECT_TRUE(button->isVisible());
+        EXPECT_GT(button->width(), 100);
+    }
+    EXPECT_GE(Button(QStringLiteral("b"))->y(), Button(QStringLiteral("a"))->y() + TCmdButton::Height);
+}

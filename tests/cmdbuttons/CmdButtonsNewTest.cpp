@@ -1,8 +1,11 @@
+#include "ChildProcess.h"
 #include "CmdButtonsBar.h"
 #include "NestedLoop.h"
 
 #include <QDir>
+#include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 
 namespace
 {
@@ -124,17 +127,13 @@ TEST_F(CmdButtonsNew, FolderThatIsMissingIsNamedAndTheFormerOneIsLeftAlone)
 TEST_F(CmdButtonsNew, ProjectChangeUnderTheOpenDialogKeepsTheEntryOutOfTheOtherProjectsBar)
 {
     Execute();
-    const QTemporaryDir directory;
-    const QString other = directory.filePath(QStringLiteral("other"));
-    TProject::Create(other, QStringLiteral("other"));
-    QDir().mkpath(other + QStringLiteral("/_buttons"));
-    EXPECT_TRUE(ChooseNew([&] {
-        UserManager()->OpenProject(other);
+    EXPECT_TRUE(ChooseNew([this] {
+        OpenOther();
         Confirm(Werkstatt);
     }));
-    EXPECT_TRUE(Captions().isEmpty());
+    EXPECT_EQ(Captions(), QStringList{QStringLiteral("anderes")});
     EXPECT_EQ(Files().size(), 1);
-    EXPECT_TRUE(QDir(other + QStringLiteral("/_buttons")).isEmpty());
+    EXPECT_EQ(QDir(OtherRoot() + QStringLiteral("/_buttons")).entryList(QDir::Files).size(), 1);
 }
 
 TEST_F(CmdButtonsNew, DialogOfAButtonOutlivesAProjectChange)
@@ -143,13 +142,45 @@ TEST_F(CmdButtonsNew, DialogOfAButtonOutlivesAProjectChange)
     Execute();
     EXPECT_TRUE(RunInLoop([this] { Bar().ShowProperties(Button(A)); },
                           [this] {
-                              UserManager()->OpenProject(m_project.Root());
+                              OpenOther();
                               Confirm(Werkstatt);
                           }));
-    EXPECT_EQ(Captions(), QStringList{A});
+    EXPECT_EQ(Captions(), QStringList{QStringLiteral("anderes")});
     EXPECT_TRUE(m_project.Read(QStringLiteral("_buttons/a.uri")).contains("Caption=Werkstatt"));
-    Execute();
+    UserManager()->OpenProject(m_project.Root());
     EXPECT_EQ(Captions(), QStringList{Werkstatt});
+}
+
+// Both cases as a user without rights in the folder: what is said, and what is left in it.
+TEST_F(CmdButtonsNew, InAFolderWithoutRightsSavingFailsWithAMessageAndTheDialogStays)
+{
+    WriteEntry(A);
+    Execute();
+    const QString folder = m_project.Path(QStringLiteral("_buttons"));
+    QFile::setPermissions(folder, QFile::Permissions(0x5555));
+    QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
+    const auto tryIn = [&](const std::function<void(const std::function<void()>&)>& open) {
+        return RunInChild([&] {
+            GiveUpRights();
+            bool stays = false;
+            open([&] {
+                Confirm(Werkstatt);
+                stays = Field<QLineEdit>("EditCaption")->text() == Werkstatt;
+                Press("BtnCancel");
+            });
+            return QStringLiteral("%1|%2|%3|%4")
+                .arg(m_messages.Errors.size())
+                .arg(m_messages.Errors.value(0).contains(folder))
+                .arg(stays)
+                .arg(Captions().join(u','));
+        });
+    };
+    EXPECT_EQ(tryIn([this](const auto& during) { ChooseNew(during); }), QStringLiteral("1|1|1|a"));
+    EXPECT_EQ(tryIn([this](const auto& during) { RunInLoop([this] { Bar().ShowProperties(Button(A)); }, during); }),
+              QStringLiteral("1|1|1|a"));
+    EXPECT_EQ(Files(), QStringList{QStringLiteral("a.uri")});
+    EXPECT_EQ(m_project.Read(QStringLiteral("_buttons/a.uri")), "Command=pane://a\n");
+    QFile::setPermissions(folder, QFile::Permissions(0x7755));
 }
 
 TEST_F(CmdButtonsNew, BarMayGoUnderTheOpenDialog)

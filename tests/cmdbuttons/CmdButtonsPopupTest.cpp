@@ -13,6 +13,7 @@ const auto Remove = QStringLiteral("Entfernen");
 const auto Properties = QStringLiteral("Eigenschaften");
 const auto Free = QStringLiteral("frei");
 const auto Fixed = QStringLiteral("fest");
+const auto Other = QStringLiteral("anderes");
 
 // A bar with one button that may be removed, one that may not, and one that is disabled.
 class CmdButtonsPopup : public TBarTest
@@ -26,7 +27,11 @@ protected:
         Execute();
         Button(QStringLiteral("grau"))->setEnabled(false);
     }
-    ~CmdButtonsPopup() override { Bar().PopupMenu()->hide(); }
+    ~CmdButtonsPopup() override
+    {
+        if (HasBar())
+            Bar().PopupMenu()->hide();
+    }
 
     void Focus(const QString& caption) { Button(caption)->setFocus(); }
     QStringList EntriesFor(const QString& caption)
@@ -189,12 +194,62 @@ TEST_F(CmdButtonsPopup, TargetIsForgottenWithTheMenu)
 TEST_F(CmdButtonsPopup, OpenMenuOutlivesAProjectChange)
 {
     OpenPopup(Free);
-    UserManager()->OpenProject(m_project.Root());
+    OpenOther();
     EXPECT_TRUE(Bar().PopupMenu()->isVisible());
     EXPECT_EQ(VisibleEntries(), QStringList{New});
     Bar().HandleMenuClick(Bar().PopupMenu()->actions().value(1));
     Bar().HandleMenuClick(Bar().PopupMenu()->actions().value(3));
-    EXPECT_EQ(Bar().Buttons().size(), 3);
+    EXPECT_EQ(Captions(), QStringList{Other});
+}
+
+TEST_F(CmdButtonsPopup, PropertiesChosenInTheMenuOutliveAProjectChange)
+{
+    OpenPopup(Free);
+    EXPECT_TRUE(RunInLoop([this] { Choose(Properties); },
+                          [this] {
+                              OpenOther();
+                              Bar().UpdateActions();
+                              EXPECT_EQ(VisibleEntries(), QStringList{New});
+                              Confirm(QStringLiteral("Neu"));
+                          }));
+    EXPECT_EQ(Captions(), QStringList{Other});
+    EXPECT_TRUE(m_project.Read(QStringLiteral("_buttons/frei.uri")).contains("Caption=Neu"));
+}
+
+TEST_F(CmdButtonsPopup, MenuOfAButtonWhoseEntryRunsOutlivesAProjectChange)
+{
+    FolderManager().SetCommandEvent([this](const QString&) {
+        OpenPopup(Free);
+        TCmdButton* button = Button(Free);
+        OpenOther();
+        EXPECT_TRUE(Bar().PopupMenu()->isVisible());
+        EXPECT_EQ(VisibleEntries(), QStringList{New});
+        Bar().HandleMenuClick(Bar().PopupMenu()->actions().value(1));
+        Bar().HandleMenuClick(Bar().PopupMenu()->actions().value(3));
+        Bar().ShowProperties(button);
+        Bar().RemoveCmdButton(button);
+    });
+    Click(Free);
+    EXPECT_EQ(Captions(), QStringList{Other});
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
+}
+
+TEST_F(CmdButtonsPopup, BarMayGoWithItsMenuOpen)
+{
+    OpenPopup(Free);
+    EndBar();
+    EXPECT_TRUE(FolderManager().Entries().isEmpty());
+}
+
+TEST_F(CmdButtonsPopup, BarMayGoUnderThePropertiesOfAButton)
+{
+    OpenPopup(Free);
+    EXPECT_TRUE(RunInLoop([this] { Choose(Properties); },
+                          [this] {
+                              EndBar();
+                              Confirm(QStringLiteral("Neu"));
+                          }));
+    EXPECT_TRUE(m_project.Read(QStringLiteral("_buttons/frei.uri")).contains("Caption=Neu"));
 }
 
 TEST_F(CmdButtonsPopup, ActionOfTheHostHasNoPropertiesAndStays)

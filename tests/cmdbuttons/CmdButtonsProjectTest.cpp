@@ -1,7 +1,6 @@
 #include "CmdButtonsBar.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 namespace
 {
@@ -9,22 +8,10 @@ namespace
 const auto A = QStringLiteral("a");
 const auto Other = QStringLiteral("anderes");
 
-// Another project, whose bar has one button.
 class CmdButtonsProject : public TBarTest
 {
 protected:
-    CmdButtonsProject()
-    {
-        TProject::Create(OtherRoot(), Other);
-        QDir().mkpath(OtherRoot() + QStringLiteral("/_buttons"));
-        WriteAll(OtherRoot() + QStringLiteral("/_buttons/anderes.uri"), "Command=pane://x");
-        WriteEntry(A);
-    }
-
-    QString OtherRoot() const { return m_other.filePath(Other); }
-    void OpenOther() const { UserManager()->OpenProject(OtherRoot()); }
-
-    QTemporaryDir m_other;
+    CmdButtonsProject() { WriteEntry(A); }
 };
 
 } // namespace

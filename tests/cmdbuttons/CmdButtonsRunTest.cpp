@@ -11,6 +11,7 @@ namespace
 
 const auto A = QStringLiteral("a");
 const auto B = QStringLiteral("b");
+const auto Other = QStringLiteral("anderes");
 
 class CmdButtonsRun : public TBarTest
 {
@@ -95,12 +96,12 @@ TEST_F(CmdButtonsRun, ActionMayOpenAnotherProject)
 {
     const QPointer<TNavigation> entry = Button(A)->Action();
     WhenRun([&](const QString&) {
-        UserManager()->OpenProject(m_project.Root());
+        OpenOther();
         EXPECT_TRUE(entry);
     });
     Click(A);
     EXPECT_FALSE(entry);
-    EXPECT_EQ(Captions(), QStringList({A, B}));
+    EXPECT_EQ(Captions(), QStringList{Other});
 }
 
 TEST_F(CmdButtonsRun, ActionMayRemoveItsButton)
@@ -114,6 +115,35 @@ TEST_F(CmdButtonsRun, ActionMayRemoveItsButton)
     EXPECT_EQ(Captions(), QStringList{B});
     Settle();
     EXPECT_FALSE(button);
+}
+
+TEST_F(CmdButtonsRun, ActionMayRemoveItsButtonAndFailAfterwards)
+{
+    const QPointer<TNavigation> entry = Button(A)->Action();
+    const QPointer<TCmdButton> button = Button(A);
+    WhenRun([&](const QString&) {
+        Bar().RemoveCmdButton(Button(A));
+        throw TUserError(QStringLiteral("Das ging nicht."));
+    });
+    Click(A);
+    EXPECT_FALSE(entry);
+    Settle();
+    EXPECT_FALSE(button);
+    EXPECT_EQ(m_messages.Errors, QStringList{QStringLiteral("Das ging nicht.")});
+    EXPECT_EQ(Captions(), QStringList{B});
+}
+
+TEST_F(CmdButtonsRun, ProgramThatIsAgreedToAfterTheProjectHasChangedIsTheOneThatWasShown)
+{
+    const TOpenedUrls opened;
+    m_project.Write(QStringLiteral("a.sh"), "#!/bin/sh\n");
+    WriteAll(OtherRoot() + QStringLiteral("/a.sh"), "#!/bin/sh\n");
+    WriteEntry(A, "File=a.sh\n");
+    Execute();
+    m_messages.WhenAsked = [this] { OpenOther(); };
+    Click(A);
+    EXPECT_EQ(opened.Urls(), QList<QUrl>{QUrl::fromLocalFile(m_project.Path(QStringLiteral("a.sh")))});
+    EXPECT_EQ(Captions(), QStringList{Other});
 }
 
 TEST_F(CmdButtonsRun, ActionMayRemoveItsButtonByKeyboard)
@@ -148,12 +178,12 @@ TEST_F(CmdButtonsRun, ActionWithADialogOutlivesWhatHappensUnderIt)
     });
     EXPECT_TRUE(RunInLoop([this] { Click(A); },
                           [&] {
-                              UserManager()->OpenProject(m_project.Root());
+                              OpenOther();
                               Settle();
                               EXPECT_TRUE(entry);
                           }));
     EXPECT_FALSE(entry);
-    EXPECT_EQ(Captions(), QStringList({A, B}));
+    EXPECT_EQ(Captions(), QStringList{Other});
 }
 
 TEST_F(CmdButtonsRun, ActionMayRunAnotherOneAndItselfAgain)
