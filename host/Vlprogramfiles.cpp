@@ -28,8 +28,17 @@ constexpr std::array DocumentFamilies{
     "application/vnd.openxmlformats-officedocument.",
 };
 
+// Databases, which are forms and macros in the first place; by both names that they go by.
+constexpr std::array NoDocumentTypes{
+    "application/vnd.oasis.opendocument.base",
+    "application/vnd.oasis.opendocument.database",
+};
+
 bool IsDocumentType(const QString& type)
 {
+    if (std::any_of(NoDocumentTypes.begin(), NoDocumentTypes.end(),
+                    [&](const char* known) { return type == QLatin1StringView(known); }))
+        return false;
     return std::any_of(DocumentTypes.begin(), DocumentTypes.end(),
                        [&](const char* known) { return type == QLatin1StringView(known); }) ||
            std::any_of(DocumentFamilies.begin(), DocumentFamilies.end(),

@@ -37,9 +37,9 @@ TEST_F(ProgramFiles, KnownDocumentsAreNoPrograms)
 
 TEST_F(ProgramFiles, EverythingElseMayBeOne)
 {
-    for (const char* name :
-         {"a.sh", "a.py",  "a.pl",  "a.desktop", "a.exe",  "a.bat", "a.cmd", "a.jar",       "a.AppImage", "a.deb",
-          "a.js", "a.vbs", "a.ps1", "a.docm",    "a.xlsm", "a.lnk", "a.so",  "a.unbekannt", "ohne",       "a.txt.sh"})
+    for (const char* name : {"a.sh",   "a.py",       "a.pl",  "a.desktop",   "a.exe", "a.bat",    "a.cmd",
+                             "a.jar",  "a.AppImage", "a.deb", "a.js",        "a.vbs", "a.ps1",    "a.docm",
+                             "a.xlsm", "a.lnk",      "a.so",  "a.unbekannt", "ohne",  "a.txt.sh", "a.odb"})
         EXPECT_TRUE(MayRun(name)) << name;
 }
 
