@@ -113,10 +113,11 @@ TEST_F(MainWindowMenus, ViewMenuListsEveryPane)
 TEST_F(MainWindowMenus, ViewMenuFollowsTheLayout)
 {
     ASSERT_TRUE(Window().CloseProject());
-    EXPECT_EQ(Entries("ViewMenu").first(9),
+    EXPECT_EQ(Entries("ViewMenu").first(10),
               (QStringList{QStringLiteral("Szenen"), QStringLiteral("Wochenschaltplan"), QStringLiteral("Menu"),
                            QStringLiteral("EIB"), QStringLiteral("Modbus"), QStringLiteral("Virtuell"),
-                           QStringLiteral("Befehle"), QStringLiteral("Wochenansicht"), QStringLiteral("Meldungen")}));
+                           QStringLiteral("Befehle"), QStringLiteral("Projektdateien"), QStringLiteral("Wochenansicht"),
+                           QStringLiteral("Meldungen")}));
 }
 
 TEST_F(MainWindowMenus, ProjectCanBeClosedOnlyWhileOneIsOpen)
