@@ -272,10 +272,11 @@ void TChangeTracker::HandleIgnoredFile(const TInotifyEvent& event)
 {
     // What becomes the ignored file is gone for everybody else, unless both have exchanged their names.
     TFileNode* source = (event.Mask & IN_MOVED_TO) != 0 ? TakeMove(event.Cookie) : nullptr;
-    if (source) {
+    if (!source)
+        return;
+    if (source->Waiting >= 0)
         MarkUnsure(source->Parent);
-        RemoveBranch(*source);
-    }
+    RemoveBranch(*source);
 }
 
 void TChangeTracker::LoseWatch(int watch)

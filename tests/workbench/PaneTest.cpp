@@ -58,10 +58,10 @@ TEST_F(PaneTest, ComponentIsNotMadeBeforeThePaneIsSeen)
 
 TEST_F(PaneTest, ComponentThatWorksFromTheStartIsMadeBehindItsTab)
 {
-    Window().show();
     TPaneSetup starting = TestPane(B);
     starting.Load = QStringLiteral("start");
     Window().Panes().SetLayout({TestPane(A), starting, TestPane(QStringLiteral("c"))});
+    Window().show();
     EXPECT_TRUE(Pane(B).visibleRegion().isEmpty());
     Window().Panes().LoadStarting();
     EXPECT_NE(Pane(B).Component(), nullptr);
@@ -70,10 +70,10 @@ TEST_F(PaneTest, ComponentThatWorksFromTheStartIsMadeBehindItsTab)
 
 TEST_F(PaneTest, ComponentThatWorksFromTheStartStaysAwayWhenItsPaneIsClosed)
 {
-    Window().show();
     TPaneSetup starting = TestPane(B);
     starting.Load = QStringLiteral("start");
     Window().Panes().SetLayout({TestPane(A), starting});
+    Window().show();
     Pane(B).hide();
     Window().Panes().LoadStarting();
     EXPECT_EQ(Pane(B).Component(), nullptr);

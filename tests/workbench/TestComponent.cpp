@@ -17,6 +17,8 @@ namespace
 {
 
 const auto ClassName = QStringLiteral("TTestComponent");
+// The one component of the default layout that is asked for by its class and works from the start.
+const auto FileTreeClass = QStringLiteral("TICmdShellTreeView");
 
 } // namespace
 
@@ -47,7 +49,8 @@ TTestComponent::~TTestComponent()
 
 void TTestComponent::Register()
 {
-    RegisterComponent(ClassName, [](QWidget* parent) { return new TTestComponent(parent); });
+    for (const QString& name : {ClassName, FileTreeClass})
+        RegisterComponent(name, [](QWidget* parent) { return new TTestComponent(parent); });
     IInterface* found = nullptr;
     FindApplicationInterface(IID_IRegisterClient, &found);
     if (auto* clients = static_cast<IRegisterClient*>(found)) {
@@ -58,6 +61,7 @@ void TTestComponent::Register()
 
 void TTestComponent::Unregister()
 {
+    UnregisterComponent(FileTreeClass);
     UnregisterComponent(ClassName);
 }
 
