@@ -43,16 +43,20 @@ void TCmdButton::ShowGlyph()
                                  .arg(ToPlatformPath(file), m_action->GetCaption()));
 }
 
-// The action may do anything, also end the button.
+// The action may do anything, also retire the button.
 void TCmdButton::Run()
 {
-    if (m_action)
-        m_action->trigger();
+    if (!m_action)
+        return;
+    ++m_runs;
+    m_action->trigger();
+    if (--m_runs == 0 && !m_action)
+        deleteLater();
 }
 
 void TCmdButton::Retire()
 {
-    const bool isInUse = m_action->IsInUse();
+    const bool isInUse = m_action->IsInUse() || m_runs > 0;
     m_action.reset();
     // Hiding leads the keyboard to the next button; destroying would leave it nowhere.
     if (isInUse || hasFocus())
@@ -61,9 +65,11 @@ void TCmdButton::Retire()
         delete this;
         return;
     }
-    // The click that runs the action has yet to return through the button, and the bar may go before it.
+    // The click that runs the action has yet to return through the button, and the bar may go before it. A dialog of
+    // the action has an event loop of its own, in which the button must not go either: Run sees to it.
     setParent(nullptr);
-    deleteLater();
+    if (m_runs == 0)
+        deleteLater();
 }
 
 // The toolkit lets disabled buttons swallow the request for a menu, which is the bar's.

@@ -35,4 +35,5 @@ private:
     void Run();
 
     TNavigationPtr m_action;
+    int m_runs = 0; // clicks that have yet to return
 };

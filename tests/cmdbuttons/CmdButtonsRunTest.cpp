@@ -171,6 +171,7 @@ TEST_F(CmdButtonsRun, ActionMayEndItsBar)
 TEST_F(CmdButtonsRun, ActionWithADialogOutlivesWhatHappensUnderIt)
 {
     const QPointer<TNavigation> entry = Button(A)->Action();
+    const QPointer<TCmdButton> button = Button(A);
     WhenRun([&](const QString&) {
         QDialog dialog;
         dialog.exec();
@@ -181,8 +182,12 @@ TEST_F(CmdButtonsRun, ActionWithADialogOutlivesWhatHappensUnderIt)
                               OpenOther();
                               Settle();
                               EXPECT_TRUE(entry);
+                              // The click returns through it.
+                              EXPECT_TRUE(button);
                           }));
     EXPECT_FALSE(entry);
+    Settle();
+    EXPECT_FALSE(button);
     EXPECT_EQ(Captions(), QStringList{Other});
 }
 
