@@ -13,7 +13,7 @@ namespace
 {
 
 // Texts and tables that grow are larger sooner or later; what is allocated for one node never is.
-constexpr std::size_t LargeBlock = 64 * 1024;
+constexpr std::size_t LargeBlock = 0x10000;
 
 thread_local TXmlMemoryLimit* g_limit = nullptr;
 

@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr qsizetype LargestFile = 64 * 1024;
+constexpr qsizetype LargestFile = 0x10000;
 
 // What a line can say; the keys of a target are one and the same thing said in three ways.
 enum class TField : quint8

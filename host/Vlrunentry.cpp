@@ -74,7 +74,7 @@ void RunEntry(const QString& caption, const TEntryRecord& record, const QString&
 {
     // Copies: while a question stands, the entry may be edited, and what was agreed to is what it says now.
     const TEntryRecord now = record;
-    const QString name = caption;
+    const QString name(caption.constData(), caption.size());
     switch (now.Kind) {
     case TEntryKind::Command:
         FolderManager().RunCommand(now.Target);

@@ -20,7 +20,7 @@ namespace
 
 constexpr auto LineEnd = "\r\n";
 // Longer than any of our lines, which hold two paths at most.
-constexpr off_t LongestLine = 64 * 1024;
+constexpr off_t LongestLine = 0x10000;
 
 } // namespace
 

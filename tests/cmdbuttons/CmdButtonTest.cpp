@@ -6,8 +6,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-
 class CmdButtonTest : public TBarTest
 {
 protected:

@@ -15,9 +15,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-
 using CmdButtonsBadInput = TBarTest;
 
 } // namespace

@@ -14,6 +14,12 @@
 
 #include <memory>
 
+// The captions of the entries that most tests have, and of the one in the other project.
+inline const auto A = QStringLiteral("a");
+inline const auto B = QStringLiteral("b");
+inline const auto C = QStringLiteral("c");
+inline const auto Other = QStringLiteral("anderes");
+
 // The command of the default layout.
 inline constexpr auto FolderCommand = "Velmora.CmdButtons.1://%PRJPATH%/_buttons";
 

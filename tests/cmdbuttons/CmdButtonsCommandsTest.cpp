@@ -3,9 +3,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-
 using CmdButtonsCommands = TBarTest;
 
 } // namespace

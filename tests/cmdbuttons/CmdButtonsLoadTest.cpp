@@ -7,10 +7,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-const auto C = QStringLiteral("c");
-
 using CmdButtonsLoad = TBarTest;
 
 } // namespace

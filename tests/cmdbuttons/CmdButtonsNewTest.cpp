@@ -10,7 +10,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
 const auto Werkstatt = QStringLiteral("Werkstatt");
 
 class CmdButtonsNew : public TBarTest

@@ -13,7 +13,6 @@ const auto Remove = QStringLiteral("Entfernen");
 const auto Properties = QStringLiteral("Eigenschaften");
 const auto Free = QStringLiteral("frei");
 const auto Fixed = QStringLiteral("fest");
-const auto Other = QStringLiteral("anderes");
 
 // A bar with one button that may be removed, one that may not, and one that is disabled.
 class CmdButtonsPopup : public TBarTest

@@ -5,9 +5,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto Other = QStringLiteral("anderes");
-
 class CmdButtonsProject : public TBarTest
 {
 protected:

@@ -9,10 +9,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-const auto Other = QStringLiteral("anderes");
-
 class CmdButtonsRun : public TBarTest
 {
 protected:
