@@ -20,7 +20,7 @@ protected:
     TShellTreeFixture()
     {
         EXPECT_TRUE(QDir(m_directory.path()).mkdir(QStringLiteral("wurzel")));
-        Tree.resize(400, 600);
+        m_tree.resize(400, 600);
     }
     // The temporary folder knows no names that are no text.
     ~TShellTreeFixture() override { std::filesystem::remove_all(Root().toStdString()); }
@@ -53,33 +53,33 @@ protected:
     // Shows the tree of what is there by now.
     void Open(bool autoRefresh = false)
     {
-        Tree.SetObjects(soAll);
-        Tree.SetRoot(Root());
-        Tree.SetAutoRefresh(autoRefresh);
-        Tree.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&Tree));
-        Tree.activateWindow();
-        Tree.setFocus();
+        m_tree.SetObjects(soAll);
+        m_tree.SetRoot(Root());
+        m_tree.SetAutoRefresh(autoRefresh);
+        m_tree.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_tree));
+        m_tree.activateWindow();
+        m_tree.setFocus();
     }
-    bool Select(const QByteArray& item) { return Tree.SelectPath(At(item)); }
+    bool Select(const QByteArray& item) { return m_tree.SelectPath(At(item)); }
     QByteArray Selected() const
     {
-        const std::optional<TShellFolder> item = Tree.SelectedFolder();
+        const std::optional<TShellFolder> item = m_tree.SelectedFolder();
         return item ? item->NativePath().mid(At("").size() + 1) : QByteArray("nothing");
     }
     // What is shown below an item that is open, with "*" behind open folders: "a*(b c) d".
-    QString Outline() const { return OutlineOf(Tree.model()->index(0, 0)); }
+    QString Outline() const { return OutlineOf(m_tree.model()->index(0, 0)); }
     QModelIndex Item(const QByteArray& item) const
     {
-        QModelIndex index = Tree.model()->index(0, 0);
+        QModelIndex index = m_tree.model()->index(0, 0);
         for (const QByteArray& name : item.split('/')) {
             if (!name.isEmpty())
                 index = Child(index, QFile::decodeName(name));
         }
         return index;
     }
-    QAction* Action(const char* name) const { return Tree.findChild<QAction*>(QLatin1StringView(name)); }
-    QPoint PlaceOf(const QByteArray& item) { return Tree.visualRect(Item(item)).center(); }
+    QAction* Action(const char* name) const { return m_tree.findChild<QAction*>(QLatin1StringView(name)); }
+    QPoint PlaceOf(const QByteArray& item) { return m_tree.visualRect(Item(item)).center(); }
     void WaitFor(const QString& outline)
     {
         EXPECT_TRUE(QTest::qWaitFor([&] { return Outline() == outline; })) << Outline().toStdString();
@@ -87,13 +87,13 @@ protected:
 
     QTemporaryDir m_directory;
     TRecordedMessages m_messages;
-    TCustomShellTreeView Tree;
+    TCustomShellTreeView m_tree;
 
 private:
     QModelIndex Child(const QModelIndex& folder, const QString& name) const
     {
-        for (int row = 0; row < Tree.model()->rowCount(folder); ++row) {
-            const QModelIndex child = Tree.model()->index(row, 0, folder);
+        for (int row = 0; row < m_tree.model()->rowCount(folder); ++row) {
+            const QModelIndex child = m_tree.model()->index(row, 0, folder);
             if (child.data(Qt::EditRole).toString() == name)
                 return child;
         }
@@ -102,10 +102,10 @@ private:
     QString OutlineOf(const QModelIndex& folder) const
     {
         QStringList items;
-        for (int row = 0; row < Tree.model()->rowCount(folder); ++row) {
-            const QModelIndex child = Tree.model()->index(row, 0, folder);
+        for (int row = 0; row < m_tree.model()->rowCount(folder); ++row) {
+            const QModelIndex child = m_tree.model()->index(row, 0, folder);
             const QString open = QStringLiteral("*(") + OutlineOf(child) + u')';
-            items.append(child.data().toString() + (Tree.isExpanded(child) ? open : QString()));
+            items.append(child.data().toString() + (m_tree.isExpanded(child) ? open : QString()));
         }
         return items.join(u' ');
     }

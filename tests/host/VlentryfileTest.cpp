@@ -101,7 +101,7 @@ TEST(EntryFile, DamageIsNamed)
     EXPECT_EQ(Fault("File=\xFF\n"), QStringLiteral("Sie ist kein Text in UTF-8"));
     EXPECT_EQ(Fault(QByteArray("File=a\0b\n", 9)), QStringLiteral("Sie enthält Steuerzeichen"));
     EXPECT_EQ(Fault("File=\x1B[31mrot\n"), QStringLiteral("Sie enthält Steuerzeichen"));
-    EXPECT_EQ(Fault("#" + QByteArray(64 * 1024, 'x')), QStringLiteral("Sie ist größer als 64 KiB"));
+    EXPECT_EQ(Fault("#" + QByteArray(0x10000, 'x')), QStringLiteral("Sie ist größer als 64 KiB"));
 }
 
 TEST(EntryFile, UnknownKeysCommentsOrderAndLineEndsAreKept)

@@ -13,9 +13,9 @@ protected:
     // Writes down every change, by its number and its paths below the root.
     void Listen()
     {
-        Tree.SetChangeEvent(
+        m_tree.SetChangeEvent(
             [this](QObject* sender, const QByteArray& first, const QByteArray& second, TShellChangeKind kind) {
-                EXPECT_EQ(sender, &Tree);
+                EXPECT_EQ(sender, &m_tree);
                 const QByteArray to = second.isEmpty() ? QByteArray() : " " + Below(second);
                 m_changes.append(QString::number(kind) + u' ' + QString::fromLatin1(Below(first) + to));
             });
@@ -24,7 +24,7 @@ protected:
     QStringList Changes()
     {
         QTest::qWait(50);
-        Tree.DrainChanges();
+        m_tree.DrainChanges();
         return std::exchange(m_changes, {});
     }
 
@@ -67,7 +67,7 @@ TEST_F(VlshellctrlsChangesTest, WhatIsNotShownIsToldAsWell)
 {
     MakeFolder("zu");
     Open();
-    Tree.SetObjects(soFolders);
+    m_tree.SetObjects(soFolders);
     Listen();
     MakeFile("zu/x");
     EXPECT_EQ(Changes(), QStringList{QStringLiteral("1 zu/x")});
@@ -86,12 +86,12 @@ TEST_F(VlshellctrlsChangesTest, NamesAreToldAsBytes)
 TEST_F(VlshellctrlsChangesTest, NothingIsToldToWhoDoesNotListen)
 {
     Open();
-    EXPECT_FALSE(Tree.HasChangeEvent());
+    EXPECT_FALSE(m_tree.HasChangeEvent());
     MakeFile("vorher");
     Listen();
-    EXPECT_TRUE(Tree.HasChangeEvent());
+    EXPECT_TRUE(m_tree.HasChangeEvent());
     EXPECT_EQ(Changes(), QStringList());
-    Tree.SetChangeEvent({});
+    m_tree.SetChangeEvent({});
     MakeFile("danach");
     EXPECT_EQ(Changes(), QStringList());
 }
@@ -100,13 +100,13 @@ TEST_F(VlshellctrlsChangesTest, WhoListensMayStopWhileItIsTold)
 {
     Open();
     int told = 0;
-    Tree.SetChangeEvent([&](auto&&...) {
+    m_tree.SetChangeEvent([&](auto&&...) {
         ++told;
-        Tree.SetChangeEvent({});
+        m_tree.SetChangeEvent({});
     });
     MakeFile("a");
     MakeFile("b");
-    Tree.DrainChanges();
+    m_tree.DrainChanges();
     QCoreApplication::processEvents();
     EXPECT_EQ(told, 1);
 }
@@ -118,7 +118,7 @@ TEST_F(VlshellctrlsChangesTest, PendingChangesAreToldBeforeTheRootChanges)
     Listen();
     MakeFile("x");
     MakeFile("a/y");
-    Tree.SetRoot(Root() + QStringLiteral("/a"));
+    m_tree.SetRoot(Root() + QStringLiteral("/a"));
     const QStringList before{QStringLiteral("1 x"), QStringLiteral("1 a/y")};
     EXPECT_EQ(Changes(), before);
     MakeFile("z");
@@ -130,12 +130,12 @@ TEST_F(VlshellctrlsChangesTest, PendingChangesAreToldBeforeTheRootChanges)
 TEST_F(VlshellctrlsChangesTest, TheIgnoredFileIsNotToldWheneverItIsNamed)
 {
     Open();
-    Tree.SetIgnoredFile(Root() + QStringLiteral("/log1"));
+    m_tree.SetIgnoredFile(Root() + QStringLiteral("/log1"));
     Listen();
     MakeFile("log1");
     MakeFile("log2");
     EXPECT_EQ(Changes(), QStringList{QStringLiteral("1 log2")});
-    Tree.SetIgnoredFile(Root() + QStringLiteral("/log2"));
+    m_tree.SetIgnoredFile(Root() + QStringLiteral("/log2"));
     MakeFile("log2", "mehr");
     MakeFile("log1", "mehr");
     EXPECT_EQ(Changes(), QStringList{QStringLiteral("13 log1")});
@@ -147,7 +147,7 @@ TEST_F(VlshellctrlsChangesTest, TheIgnoredFileIsKnownHoweverItsFolderIsSpelled)
     const QString link = m_directory.filePath(QStringLiteral("link"));
     ASSERT_TRUE(QFile::link(Root(), link));
     Open();
-    Tree.SetIgnoredFile(ToPackagePath(link + QStringLiteral("/a/../log")));
+    m_tree.SetIgnoredFile(ToPackagePath(link + QStringLiteral("/a/../log")));
     Listen();
     MakeFile("log");
     MakeFile("a/log");
@@ -159,16 +159,16 @@ TEST_F(VlshellctrlsChangesTest, WhatIsToldIsShownAsWell)
     Open(true);
     Listen();
     MakeFile("a");
-    Tree.DrainChanges();
+    m_tree.DrainChanges();
     WaitFor(QStringLiteral("a"));
 }
 
 TEST_F(VlshellctrlsChangesTest, AnErrorOfWhoListensIsShownAndEndsNothing)
 {
     Open();
-    Tree.SetChangeEvent([](auto&&...) { throw std::runtime_error("no"); });
+    m_tree.SetChangeEvent([](auto&&...) { throw std::runtime_error("no"); });
     MakeFile("a");
     MakeFile("b");
-    Tree.DrainChanges();
+    m_tree.DrainChanges();
     EXPECT_EQ(m_messages.Errors.size(), 2);
 }

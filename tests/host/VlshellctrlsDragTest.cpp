@@ -18,7 +18,7 @@ class VlshellctrlsDragTest : public TShellTreeFixture
 protected:
     std::unique_ptr<QMimeData> Dragged(const QByteArray& item) const
     {
-        return std::unique_ptr<QMimeData>(Tree.model()->mimeData({Item(item)}));
+        return std::unique_ptr<QMimeData>(m_tree.model()->mimeData({Item(item)}));
     }
 };
 
@@ -31,7 +31,7 @@ TEST_F(VlshellctrlsDragTest, AFileIsDraggedOutAndDroppedOnAField)
     ASSERT_TRUE(Select("grün & rot.html"));
     TVlFileDropEdit field;
     field.show();
-    const TMouse mouse(Tree.viewport());
+    const TMouse mouse(m_tree.viewport());
     const QPoint place = PlaceOf("grün & rot.html");
     mouse.Press(place);
     bool dropped = false;
@@ -62,7 +62,7 @@ TEST_F(VlshellctrlsDragTest, TheRootAndAFifoStayWhereTheyAre)
     EXPECT_FALSE(dragged("pipe"));
     EXPECT_TRUE(dragged("a"));
     EXPECT_TRUE(dragged("b"));
-    EXPECT_EQ(Tree.model()->supportedDragActions(), Qt::CopyAction);
+    EXPECT_EQ(m_tree.model()->supportedDragActions(), Qt::CopyAction);
 }
 
 TEST_F(VlshellctrlsDragTest, ANameThatIsNoTextTravelsAsItsBytes)
@@ -70,6 +70,6 @@ TEST_F(VlshellctrlsDragTest, ANameThatIsNoTextTravelsAsItsBytes)
     MakeFile("gr\xfcn#%.txt");
     Open();
     ASSERT_TRUE(Select("gr\xfcn#%.txt"));
-    const std::unique_ptr<QMimeData> content(Tree.model()->mimeData({Tree.currentIndex()}));
+    const std::unique_ptr<QMimeData> content(m_tree.model()->mimeData({m_tree.currentIndex()}));
     EXPECT_TRUE(content->data(QStringLiteral("text/uri-list")).contains("/gr%FCn%23%25.txt"));
 }

@@ -26,7 +26,7 @@ protected:
     QString Enabled() const
     {
         QStringList names;
-        for (const QAction* action : Tree.ContextMenu()->actions()) {
+        for (const QAction* action : m_tree.ContextMenu()->actions()) {
             if (!action->isSeparator() && action->isEnabled())
                 names.append(action->objectName().mid(11));
         }
@@ -35,7 +35,7 @@ protected:
     QLineEdit* Editor()
     {
         QTest::qWait(1); // the selection of the name's stem
-        return Tree.viewport()->findChild<QLineEdit*>();
+        return m_tree.viewport()->findChild<QLineEdit*>();
     }
     void TypeName(const QString& name)
     {
@@ -55,8 +55,8 @@ protected:
     // The right button of the mouse.
     void ClickRight(const QPoint& place)
     {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place, Tree.viewport()->mapToGlobal(place));
-        QApplication::sendEvent(Tree.viewport(), &event);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, m_tree.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(m_tree.viewport(), &event);
     }
 
     TOpenedUrls m_opened;
@@ -79,7 +79,7 @@ TEST_F(VlshellctrlsMenuTest, OffersWhatTheItemAllows)
     MakeFile("gr\xfcn");
     ASSERT_EQ(symlink("ordner", At("link").constData()), 0);
     ASSERT_EQ(mkfifo(At("pipe").constData(), 0600), 0);
-    Tree.UpdateActions();
+    m_tree.UpdateActions();
     EXPECT_EQ(Enabled(), QString()) << "without a root";
     Open();
     const TSituation situations[] = {
@@ -93,7 +93,7 @@ TEST_F(VlshellctrlsMenuTest, OffersWhatTheItemAllows)
         {"FIFO", "pipe", "Rename Delete NewFolder CopyPath Refresh"},
     };
     for (const TSituation& situation : situations) {
-        Tree.clearSelection();
+        m_tree.clearSelection();
         if (situation.Item) {
             ASSERT_TRUE(Select(situation.Item)) << situation.Name;
         }
@@ -104,7 +104,7 @@ TEST_F(VlshellctrlsMenuTest, OffersWhatTheItemAllows)
 TEST_F(VlshellctrlsMenuTest, IsGermanAndHasItsKeys)
 {
     QStringList rows;
-    for (const QAction* action : Tree.ContextMenu()->actions())
+    for (const QAction* action : m_tree.ContextMenu()->actions())
         rows.append(action->text() + u'|' + action->shortcut().toString(QKeySequence::PortableText));
     const QStringList expected{
         QStringLiteral("Öffnen\tEingabe|"),
@@ -118,7 +118,7 @@ TEST_F(VlshellctrlsMenuTest, IsGermanAndHasItsKeys)
         QStringLiteral("Aktualisieren|F5"),
     };
     EXPECT_EQ(rows, expected);
-    EXPECT_EQ(Tree.actions().size(), expected.size());
+    EXPECT_EQ(m_tree.actions().size(), expected.size());
 }
 
 TEST_F(VlshellctrlsMenuTest, OpensOnTheItemUnderTheMouse)
@@ -128,13 +128,13 @@ TEST_F(VlshellctrlsMenuTest, OpensOnTheItemUnderTheMouse)
     Open();
     ASSERT_TRUE(Select("a"));
     ClickRight(PlaceOf("b"));
-    EXPECT_TRUE(Tree.ContextMenu()->isVisible());
+    EXPECT_TRUE(m_tree.ContextMenu()->isVisible());
     EXPECT_EQ(Selected(), "b");
-    Tree.ContextMenu()->close();
-    ClickRight(QPoint(20, Tree.viewport()->height() - 5));
+    m_tree.ContextMenu()->close();
+    ClickRight(QPoint(20, m_tree.viewport()->height() - 5));
     EXPECT_EQ(Selected(), "nothing");
     EXPECT_EQ(Enabled(), QStringLiteral("NewFolder Refresh"));
-    Tree.ContextMenu()->close();
+    m_tree.ContextMenu()->close();
 }
 
 TEST_F(VlshellctrlsMenuTest, AsksTheExecuteContextEventFirst)
@@ -144,9 +144,9 @@ TEST_F(VlshellctrlsMenuTest, AsksTheExecuteContextEventFirst)
     ASSERT_TRUE(Select("a.txt"));
     QStringList asked;
     bool answer = true;
-    Tree.SetExecuteContextEvent([&](QObject* sender, QMenu* menu, int command, const QString& verb, bool& handled) {
-        EXPECT_EQ(sender, &Tree);
-        EXPECT_EQ(menu, Tree.ContextMenu());
+    m_tree.SetExecuteContextEvent([&](QObject* sender, QMenu* menu, int command, const QString& verb, bool& handled) {
+        EXPECT_EQ(sender, &m_tree);
+        EXPECT_EQ(menu, m_tree.ContextMenu());
         EXPECT_FALSE(handled);
         asked.append(QString::number(command) + verb);
         handled = answer;
@@ -188,7 +188,7 @@ TEST_F(VlshellctrlsMenuTest, F2RenamesInPlaceAndKeepsTheExtension)
     MakeFile("b.txt");
     Open();
     ASSERT_TRUE(Select("alt.txt"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     EXPECT_TRUE(QTest::qWaitFor([this] { return Editor()->selectedText() == QStringLiteral("alt"); }));
     QTest::keyClicks(Editor(), QStringLiteral("neu"));
@@ -205,7 +205,7 @@ TEST_F(VlshellctrlsMenuTest, EscapeLeavesTheNameAsItWas)
     MakeFile("alt");
     Open();
     ASSERT_TRUE(Select("alt"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     QTest::keyClicks(Editor(), QStringLiteral("neu"));
     QTest::keyClick(Editor(), Qt::Key_Escape);
     EndEditing();
@@ -219,9 +219,9 @@ TEST_F(VlshellctrlsMenuTest, ARenamedFolderStaysOpen)
     MakeFile("a/x");
     MakeFolder("m");
     Open();
-    Tree.expand(Item("a"));
+    m_tree.expand(Item("a"));
     ASSERT_TRUE(Select("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     TypeName(QStringLiteral("z"));
     EXPECT_EQ(Outline(), QStringLiteral("m z*(x)"));
     EXPECT_EQ(Selected(), "z");
@@ -232,7 +232,7 @@ TEST_F(VlshellctrlsMenuTest, NamesWithQuotesAndTrailingDotsAreNames)
     MakeFile("a");
     Open();
     ASSERT_TRUE(Select("a"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     TypeName(QStringLiteral("\"b\" \"c..."));
     EXPECT_TRUE(m_messages.Errors.isEmpty());
     EXPECT_TRUE(Exists("\"b\" \"c..."));
@@ -254,7 +254,7 @@ TEST_F(VlshellctrlsMenuTest, ARefusedNameIsAnErrorAndLosesNothing)
     for (const auto& [name, reason] : refused) {
         m_messages.Errors.clear();
         ASSERT_TRUE(Select("a"));
-        QTest::keyClick(&Tree, Qt::Key_F2);
+        QTest::keyClick(&m_tree, Qt::Key_F2);
         TypeName(name);
         EXPECT_EQ(
             m_messages.Errors,
@@ -270,11 +270,11 @@ TEST_F(VlshellctrlsMenuTest, ANameThatIsNoTextCanBeReplacedByOneThatIs)
     MakeFile("gr\xfcn");
     Open();
     ASSERT_TRUE(Select("gr\xfcn"));
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     QTest::keyClick(Editor(), Qt::Key_Return);
     EndEditing();
     EXPECT_TRUE(Exists("gr\xfcn")) << "confirmed as it was";
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     TypeName(QStringLiteral("grün"));
     EXPECT_TRUE(Exists("grün"));
     EXPECT_FALSE(Exists("gr\xfcn"));
@@ -287,10 +287,10 @@ TEST_F(VlshellctrlsMenuTest, DelMovesToTheTrashAfterAQuestion)
     Open();
     ASSERT_TRUE(Select("a"));
     m_messages.Answer = false;
-    QTest::keyClick(&Tree, Qt::Key_Delete);
+    QTest::keyClick(&m_tree, Qt::Key_Delete);
     EXPECT_TRUE(Exists("a"));
     m_messages.Answer = true;
-    QTest::keyClick(&Tree, Qt::Key_Delete);
+    QTest::keyClick(&m_tree, Qt::Key_Delete);
     const QString question = QStringLiteral("\"%1/a\" in den Papierkorb legen?").arg(Root());
     EXPECT_EQ(m_messages.Questions, (QStringList{question, question}));
     EXPECT_FALSE(Exists("a"));
@@ -341,15 +341,15 @@ TEST_F(VlshellctrlsMenuTest, ANewFolderIsMadeWhereTheSelectionIsAndNamedAtOnce)
     MakeFile("a/b");
     Open();
     ASSERT_TRUE(Select("a/b"));
-    QTest::keyClick(&Tree, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&m_tree, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(Outline(), QStringLiteral("a*(Neuer Ordner b)"));
     TypeName(QStringLiteral("Bilder"));
     EXPECT_EQ(Outline(), QStringLiteral("a*(Bilder b)"));
     EXPECT_EQ(Selected(), "a/Bilder");
-    Tree.clearSelection();
+    m_tree.clearSelection();
     Action("MenuAction_NewFolder")->trigger();
     QTest::keyClick(Editor(), Qt::Key_Escape);
-    Tree.clearSelection();
+    m_tree.clearSelection();
     Action("MenuAction_NewFolder")->trigger();
     QTest::keyClick(Editor(), Qt::Key_Escape);
     EXPECT_EQ(Outline(), QStringLiteral("a*(Bilder b) Neuer Ordner Neuer Ordner (2)"));
@@ -380,7 +380,7 @@ TEST_F(VlshellctrlsMenuTest, ThePathIsCopied)
     MakeFile("a b");
     Open();
     ASSERT_TRUE(Select("a b"));
-    QTest::keyClick(&Tree, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&m_tree, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), Root() + QStringLiteral("/a b"));
 }
 
@@ -388,7 +388,7 @@ TEST_F(VlshellctrlsMenuTest, F5ShowsWhatIsThereNow)
 {
     Open();
     MakeFile("a");
-    QTest::keyClick(&Tree, Qt::Key_F5);
+    QTest::keyClick(&m_tree, Qt::Key_F5);
     EXPECT_EQ(Outline(), QStringLiteral("a"));
 }
 
@@ -396,8 +396,8 @@ TEST_F(VlshellctrlsMenuTest, AKeyDoesNothingThatTheMenuDoesNotOffer)
 {
     Open();
     ASSERT_TRUE(Select(""));
-    QTest::keyClick(&Tree, Qt::Key_Delete);
-    QTest::keyClick(&Tree, Qt::Key_F2);
+    QTest::keyClick(&m_tree, Qt::Key_Delete);
+    QTest::keyClick(&m_tree, Qt::Key_F2);
     EXPECT_TRUE(m_messages.Questions.isEmpty());
     EXPECT_EQ(Editor(), nullptr);
 }

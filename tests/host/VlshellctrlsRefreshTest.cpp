@@ -18,17 +18,17 @@ TEST_F(VlshellctrlsRefreshTest, WithoutItTheTreeStaysUntilItIsTold)
     MakeFile("b");
     QTest::qWait(300);
     EXPECT_EQ(Outline(), QStringLiteral("a"));
-    Tree.Refresh();
+    m_tree.Refresh();
     EXPECT_EQ(Outline(), QStringLiteral("a b"));
-    EXPECT_FALSE(Tree.GetAutoRefresh());
+    EXPECT_FALSE(m_tree.GetAutoRefresh());
 }
 
 TEST_F(VlshellctrlsRefreshTest, SwitchingItOnCatchesUp)
 {
     Open();
     MakeFile("a");
-    Tree.SetAutoRefresh(true);
-    EXPECT_TRUE(Tree.GetAutoRefresh());
+    m_tree.SetAutoRefresh(true);
+    EXPECT_TRUE(m_tree.GetAutoRefresh());
     EXPECT_EQ(Outline(), QStringLiteral("a"));
 }
 
@@ -55,12 +55,12 @@ TEST_F(VlshellctrlsRefreshTest, KeepsWhatIsOpenAndSelectedOverManyChanges)
     MakeFolder("f/g");
     MakeFile("f/g/y");
     Open();
-    Tree.expand(Item("d"));
+    m_tree.expand(Item("d"));
     ASSERT_TRUE(Select("f/g/y"));
     for (const char* folder : {"a", "c", "e", "g", "d/w", "d/y", "f/a"})
         MakeFolder(folder);
     rmdir(At("b").constData());
-    Tree.Refresh();
+    m_tree.Refresh();
     EXPECT_EQ(Outline(), QStringLiteral("a c d*(w y x) e f*(a g*(y)) g"));
     EXPECT_EQ(Selected(), "f/g/y");
 }
@@ -91,14 +91,14 @@ TEST_F(VlshellctrlsRefreshTest, AFileThatTakesThePlaceOfAFolderIsAnotherItem)
     MakeFolder("a");
     MakeFile("a/x");
     Open();
-    Tree.expand(Item("a"));
+    m_tree.expand(Item("a"));
     unlink(At("a/x").constData());
     rmdir(At("a").constData());
     MakeFile("a");
-    Tree.Refresh();
+    m_tree.Refresh();
     EXPECT_EQ(Outline(), QStringLiteral("a"));
     ASSERT_TRUE(Select("a"));
-    EXPECT_FALSE(Tree.SelectedFolder()->IsFolder());
+    EXPECT_FALSE(m_tree.SelectedFolder()->IsFolder());
 }
 
 TEST_F(VlshellctrlsRefreshTest, TheSelectionGoesToANeighbourWhenItsItemGoes)
@@ -108,7 +108,7 @@ TEST_F(VlshellctrlsRefreshTest, TheSelectionGoesToANeighbourWhenItsItemGoes)
     Open();
     ASSERT_TRUE(Select("b"));
     unlink(At("b").constData());
-    Tree.Refresh();
+    m_tree.Refresh();
     EXPECT_EQ(Outline(), QStringLiteral("a c"));
     EXPECT_EQ(Selected(), "c");
 }
@@ -119,7 +119,7 @@ TEST_F(VlshellctrlsRefreshTest, ARootThatVanishesAndComesBackIsShownAgain)
     Open(true);
     ASSERT_TRUE(QDir(Root()).removeRecursively());
     WaitFor(QString());
-    EXPECT_EQ(Tree.model()->rowCount(), 1);
+    EXPECT_EQ(m_tree.model()->rowCount(), 1);
     // Longer away than the tree needs to notice it.
     QTest::qWait(1200);
     ASSERT_TRUE(QDir().mkdir(Root()));
@@ -162,14 +162,14 @@ TEST_F(VlshellctrlsRefreshTest, AStormOfChangesIsFollowedInFewSteps)
 {
     MakeFolder("a");
     Open(true);
-    Tree.expand(Item("a"));
+    m_tree.expand(Item("a"));
     int steps = 0;
-    QObject::connect(Tree.model(), &QAbstractItemModel::rowsInserted, &Tree, [&] { ++steps; });
+    QObject::connect(m_tree.model(), &QAbstractItemModel::rowsInserted, &m_tree, [&] { ++steps; });
     for (int i = 0; i < 2000; ++i) {
         MakeFile("a/f" + QByteArray::number(i));
         if (i % 100 == 0)
             QCoreApplication::processEvents();
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Tree.model()->rowCount(Item("a")) == 2000; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_tree.model()->rowCount(Item("a")) == 2000; }));
     EXPECT_LT(steps, 50);
 }

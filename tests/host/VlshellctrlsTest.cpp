@@ -20,13 +20,13 @@ using VlshellctrlsTest = TShellTreeFixture;
 
 TEST_F(VlshellctrlsTest, ShowsNothingBeforeItHasARoot)
 {
-    EXPECT_EQ(Tree.model()->rowCount(), 0);
-    EXPECT_TRUE(Tree.Root().isEmpty());
-    EXPECT_FALSE(Tree.SelectedFolder().has_value());
-    EXPECT_FALSE(Tree.SelectPath("/"));
-    Tree.Refresh();
-    Tree.SetAutoRefresh(true);
-    EXPECT_EQ(Tree.model()->rowCount(), 0);
+    EXPECT_EQ(m_tree.model()->rowCount(), 0);
+    EXPECT_TRUE(m_tree.Root().isEmpty());
+    EXPECT_FALSE(m_tree.SelectedFolder().has_value());
+    EXPECT_FALSE(m_tree.SelectPath("/"));
+    m_tree.Refresh();
+    m_tree.SetAutoRefresh(true);
+    EXPECT_EQ(m_tree.model()->rowCount(), 0);
 }
 
 TEST_F(VlshellctrlsTest, ShowsTheRootAndWhatIsInIt)
@@ -34,9 +34,9 @@ TEST_F(VlshellctrlsTest, ShowsTheRootAndWhatIsInIt)
     MakeFolder("b");
     MakeFile("a.txt");
     Open();
-    EXPECT_EQ(Tree.model()->index(0, 0).data().toString(), QStringLiteral("wurzel"));
+    EXPECT_EQ(m_tree.model()->index(0, 0).data().toString(), QStringLiteral("wurzel"));
     EXPECT_EQ(Outline(), QStringLiteral("b a.txt"));
-    EXPECT_EQ(Tree.Root(), Root());
+    EXPECT_EQ(m_tree.Root(), Root());
 }
 
 TEST_F(VlshellctrlsTest, FoldersComeFirstAndNamesInTheirNaturalOrder)
@@ -65,12 +65,12 @@ TEST_F(VlshellctrlsTest, ShowsTheKindsItIsAskedFor)
     MakeFile(".datei");
     Open();
     EXPECT_EQ(Outline(), QStringLiteral(".ordner ordner .datei datei"));
-    Tree.SetObjects(soFoldersAndFiles);
+    m_tree.SetObjects(soFoldersAndFiles);
     EXPECT_EQ(Outline(), QStringLiteral("ordner datei"));
-    Tree.SetObjects(soFolders);
+    m_tree.SetObjects(soFolders);
     EXPECT_EQ(Outline(), QStringLiteral("ordner"));
-    EXPECT_EQ(Tree.Objects(), soFolders);
-    Tree.SetObjects(soAll);
+    EXPECT_EQ(m_tree.Objects(), soFolders);
+    m_tree.SetObjects(soAll);
     EXPECT_EQ(Outline(), QStringLiteral(".ordner ordner .datei datei"));
 }
 
@@ -79,7 +79,7 @@ TEST_F(VlshellctrlsTest, AFolderIsReadWhenItIsOpened)
     MakeFolder("a");
     Open();
     MakeFile("a/später");
-    Tree.expand(Item("a"));
+    m_tree.expand(Item("a"));
     EXPECT_EQ(Outline(), QStringLiteral("a*(später)"));
 }
 
@@ -87,9 +87,9 @@ TEST_F(VlshellctrlsTest, AnEmptyFolderLosesItsMarkWhenItIsOpened)
 {
     MakeFolder("a");
     Open();
-    EXPECT_TRUE(Tree.model()->hasChildren(Item("a")));
-    Tree.expand(Item("a"));
-    EXPECT_FALSE(Tree.model()->hasChildren(Item("a")));
+    EXPECT_TRUE(m_tree.model()->hasChildren(Item("a")));
+    m_tree.expand(Item("a"));
+    EXPECT_FALSE(m_tree.model()->hasChildren(Item("a")));
 }
 
 TEST_F(VlshellctrlsTest, TheSelectedItemTellsItsPathAndKind)
@@ -98,15 +98,15 @@ TEST_F(VlshellctrlsTest, TheSelectedItemTellsItsPathAndKind)
     MakeFile("a/b.txt");
     Open();
     ASSERT_TRUE(Select("a/b.txt"));
-    EXPECT_EQ(Tree.SelectedFolder()->PathName(), Root() + QStringLiteral("/a/b.txt"));
-    EXPECT_FALSE(Tree.SelectedFolder()->IsFolder());
+    EXPECT_EQ(m_tree.SelectedFolder()->PathName(), Root() + QStringLiteral("/a/b.txt"));
+    EXPECT_FALSE(m_tree.SelectedFolder()->IsFolder());
     ASSERT_TRUE(Select("a"));
-    EXPECT_TRUE(Tree.SelectedFolder()->IsFolder());
+    EXPECT_TRUE(m_tree.SelectedFolder()->IsFolder());
     ASSERT_TRUE(Select(""));
-    EXPECT_EQ(Tree.SelectedFolder()->PathName(), Root());
+    EXPECT_EQ(m_tree.SelectedFolder()->PathName(), Root());
     EXPECT_FALSE(Select("a/none"));
     EXPECT_FALSE(Select("none/none"));
-    EXPECT_FALSE(Tree.SelectPath("/elsewhere"));
+    EXPECT_FALSE(m_tree.SelectPath("/elsewhere"));
 }
 
 TEST_F(VlshellctrlsTest, SpellingsOfOnePathAreOneRoot)
@@ -120,8 +120,8 @@ TEST_F(VlshellctrlsTest, SpellingsOfOnePathAreOneRoot)
          {Root() + u'/', Root() + QStringLiteral("/a/.."), ToPackagePath(Root()),
           Root().replace(u'/', QLatin1String("//")), m_directory.filePath(QStringLiteral("link"))}) {
         EXPECT_TRUE(TCustomShellTreeView::IsSameFolder(spelling, Root())) << spelling.toStdString();
-        Tree.SetRoot(spelling);
-        EXPECT_EQ(Tree.Root(), Root());
+        m_tree.SetRoot(spelling);
+        EXPECT_EQ(m_tree.Root(), Root());
         EXPECT_EQ(Selected(), "a/b");
     }
     EXPECT_FALSE(TCustomShellTreeView::IsSameFolder(Root(), Root() + QStringLiteral("/a")));
@@ -135,11 +135,11 @@ TEST_F(VlshellctrlsTest, AnotherRootStartsAnew)
     MakeFile("c");
     Open();
     ASSERT_TRUE(Select("c"));
-    Tree.SetRoot(Root() + QStringLiteral("/a"));
+    m_tree.SetRoot(Root() + QStringLiteral("/a"));
     EXPECT_EQ(Outline(), QStringLiteral("b"));
-    EXPECT_FALSE(Tree.SelectedFolder().has_value());
-    Tree.SetRoot({});
-    EXPECT_EQ(Tree.model()->rowCount(), 0);
+    EXPECT_FALSE(m_tree.SelectedFolder().has_value());
+    m_tree.SetRoot({});
+    EXPECT_EQ(m_tree.model()->rowCount(), 0);
 }
 
 TEST_F(VlshellctrlsTest, ALinkIsAnItemWithoutContentWhereverItLeads)
@@ -150,11 +150,11 @@ TEST_F(VlshellctrlsTest, ALinkIsAnItemWithoutContentWhereverItLeads)
     Open();
     EXPECT_EQ(Outline(), QStringLiteral("a all b broken self"));
     for (const char* link : {"all", "self", "broken", "b"}) {
-        EXPECT_FALSE(Tree.model()->hasChildren(Item(link))) << link;
+        EXPECT_FALSE(m_tree.model()->hasChildren(Item(link))) << link;
         ASSERT_TRUE(Select(link));
-        EXPECT_FALSE(Tree.SelectedFolder()->IsFolder());
+        EXPECT_FALSE(m_tree.SelectedFolder()->IsFolder());
     }
-    Tree.SetObjects(soFolders);
+    m_tree.SetObjects(soFolders);
     EXPECT_EQ(Outline(), QStringLiteral("a"));
 }
 
@@ -164,10 +164,10 @@ TEST_F(VlshellctrlsTest, AFolderThatBecameALinkIsNotEntered)
     Open();
     Rename("a", "b");
     ASSERT_EQ(symlink("/", At("a").constData()), 0);
-    Tree.expand(Item("a"));
+    m_tree.expand(Item("a"));
     EXPECT_EQ(Outline(), QStringLiteral("a*()"));
     // What was opened is the folder of the other name.
-    Tree.Refresh();
+    m_tree.Refresh();
     EXPECT_EQ(Outline(), QStringLiteral("b*() a"));
 }
 
@@ -184,8 +184,8 @@ TEST_F(VlshellctrlsTest, FifosAndSocketsAreShownAndNeverOpened)
     EXPECT_EQ(Outline(), QStringLiteral("pipe socket"));
     for (const char* item : {"pipe", "socket"}) {
         ASSERT_TRUE(Select(item));
-        EXPECT_FALSE(Tree.SelectedFolder()->IsFolder());
-        EXPECT_FALSE(Tree.model()->hasChildren(Item(item)));
+        EXPECT_FALSE(m_tree.SelectedFolder()->IsFolder());
+        EXPECT_FALSE(m_tree.model()->hasChildren(Item(item)));
         EXPECT_FALSE(Item(item).data(Qt::DecorationRole).value<QIcon>().isNull());
     }
     close(descriptor);
@@ -200,7 +200,7 @@ TEST_F(VlshellctrlsTest, NamesThatAreNoTextAreShownWithMarksAndFound)
     Open();
     EXPECT_EQ(Outline(), QStringLiteral("x\uFFFD a\uFFFDb gr\uFFFDn.txt"));
     ASSERT_TRUE(Select("gr\xfcn.txt"));
-    EXPECT_EQ(Tree.SelectedFolder()->NativePath(), At("gr\xfcn.txt"));
+    EXPECT_EQ(m_tree.SelectedFolder()->NativePath(), At("gr\xfcn.txt"));
     EXPECT_TRUE(Select("x\xff/y"));
     EXPECT_TRUE(Select("a\nb"));
 }
@@ -209,11 +209,11 @@ TEST_F(VlshellctrlsTest, AHintShowsTheFullPathWhenHintsAreShown)
 {
     MakeFile("a.txt");
     Open();
-    QHelpEvent help(QEvent::ToolTip, PlaceOf("a.txt"), Tree.viewport()->mapToGlobal(PlaceOf("a.txt")));
-    QApplication::sendEvent(Tree.viewport(), &help);
+    QHelpEvent help(QEvent::ToolTip, PlaceOf("a.txt"), m_tree.viewport()->mapToGlobal(PlaceOf("a.txt")));
+    QApplication::sendEvent(m_tree.viewport(), &help);
     EXPECT_TRUE(QToolTip::text().isEmpty());
-    Tree.SetShowHint(true);
-    QApplication::sendEvent(Tree.viewport(), &help);
+    m_tree.SetShowHint(true);
+    QApplication::sendEvent(m_tree.viewport(), &help);
     EXPECT_EQ(QToolTip::text(), Root() + QStringLiteral("/a.txt"));
     QToolTip::hideText();
 }
@@ -223,11 +223,11 @@ TEST_F(VlshellctrlsTest, TheItemUnderTheMouseIsUnderlinedWhenItIsTracked)
     MakeFile("a.txt");
     MakeFile("b.txt");
     const auto picture = [this](bool tracked, const QByteArray& under) {
-        Tree.SetHotTracking(tracked);
+        m_tree.SetHotTracking(tracked);
         const QPointF place = PlaceOf(under);
-        QHoverEvent hover(QEvent::HoverMove, place, Tree.viewport()->mapToGlobal(place), QPointF());
-        QApplication::sendEvent(Tree.viewport(), &hover);
-        return Tree.viewport()->grab(Tree.visualRect(Item("a.txt"))).toImage();
+        QHoverEvent hover(QEvent::HoverMove, place, m_tree.viewport()->mapToGlobal(place), QPointF());
+        QApplication::sendEvent(m_tree.viewport(), &hover);
+        return m_tree.viewport()->grab(m_tree.visualRect(Item("a.txt"))).toImage();
     };
     Open();
     EXPECT_EQ(picture(true, "b.txt"), picture(false, "b.txt"));
@@ -239,15 +239,15 @@ TEST_F(VlshellctrlsTest, ActivatingAnItemRaisesTheDefaultAction)
     MakeFile("a.txt");
     Open();
     int raised = 0;
-    Tree.SetDefaultActionEvent([&](QObject* sender) {
-        EXPECT_EQ(sender, &Tree);
+    m_tree.SetDefaultActionEvent([&](QObject* sender) {
+        EXPECT_EQ(sender, &m_tree);
         ++raised;
     });
     ASSERT_TRUE(Select("a.txt"));
-    QTest::keyClick(&Tree, Qt::Key_Return);
+    QTest::keyClick(&m_tree, Qt::Key_Return);
     EXPECT_EQ(raised, 1);
-    QTest::mouseClick(Tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
-    QTest::mouseDClick(Tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
+    QTest::mouseClick(m_tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
+    QTest::mouseDClick(m_tree.viewport(), Qt::LeftButton, {}, PlaceOf("a.txt"));
     EXPECT_EQ(raised, 2);
 }
 
@@ -257,9 +257,9 @@ TEST_F(VlshellctrlsTest, TheEnterKeyOpensAndClosesFolders)
     MakeFile("a/b");
     Open();
     ASSERT_TRUE(Select("a"));
-    QTest::keyClick(&Tree, Qt::Key_Return);
+    QTest::keyClick(&m_tree, Qt::Key_Return);
     EXPECT_EQ(Outline(), QStringLiteral("a*(b)"));
-    QTest::keyClick(&Tree, Qt::Key_Enter);
+    QTest::keyClick(&m_tree, Qt::Key_Enter);
     EXPECT_EQ(Outline(), QStringLiteral("a"));
 }
 
@@ -267,9 +267,9 @@ TEST_F(VlshellctrlsTest, AnErrorInAnEventReachesTheUserAndNotTheToolkit)
 {
     MakeFile("a.txt");
     Open();
-    Tree.SetDefaultActionEvent([](QObject*) { throw std::runtime_error("no"); });
+    m_tree.SetDefaultActionEvent([](QObject*) { throw std::runtime_error("no"); });
     ASSERT_TRUE(Select("a.txt"));
-    QTest::keyClick(&Tree, Qt::Key_Return);
+    QTest::keyClick(&m_tree, Qt::Key_Return);
     EXPECT_EQ(m_messages.Errors.size(), 1);
 }
 
@@ -278,8 +278,8 @@ TEST_F(VlshellctrlsTest, AFileOfEachKindHasAnIcon)
     for (const char* file : {"a.xml", "a.png", "a", "a.", ".a", "a.x1", "a.unbekannt"})
         MakeFile(file);
     Open();
-    for (int row = 0; row < Tree.model()->rowCount(Item("")); ++row) {
-        const QModelIndex item = Tree.model()->index(row, 0, Item(""));
+    for (int row = 0; row < m_tree.model()->rowCount(Item("")); ++row) {
+        const QModelIndex item = m_tree.model()->index(row, 0, Item(""));
         EXPECT_FALSE(item.data(Qt::DecorationRole).value<QIcon>().isNull()) << row;
     }
     EXPECT_FALSE(Item("").data(Qt::DecorationRole).value<QIcon>().isNull());
@@ -293,23 +293,23 @@ TEST_F(VlshellctrlsTest, AnyNumberOfFilesThatComeOrGoIsOneStep)
         MakeFile(name(i), "");
     int inserted = 0;
     int removed = 0;
-    QObject::connect(Tree.model(), &QAbstractItemModel::rowsInserted, &Tree, [&] { ++inserted; });
-    QObject::connect(Tree.model(), &QAbstractItemModel::rowsRemoved, &Tree, [&] { ++removed; });
+    QObject::connect(m_tree.model(), &QAbstractItemModel::rowsInserted, &m_tree, [&] { ++inserted; });
+    QObject::connect(m_tree.model(), &QAbstractItemModel::rowsRemoved, &m_tree, [&] { ++removed; });
     Open();
-    EXPECT_EQ(Tree.model()->rowCount(Item("")), Count);
+    EXPECT_EQ(m_tree.model()->rowCount(Item("")), Count);
     EXPECT_EQ(inserted, 1);
-    EXPECT_EQ(Tree.model()->index(Count - 1, 0, Item("")).data().toString(), QStringLiteral("datei19999"));
+    EXPECT_EQ(m_tree.model()->index(Count - 1, 0, Item("")).data().toString(), QStringLiteral("datei19999"));
     ASSERT_TRUE(Select(name(5001)));
     // New ones first: the numbers of deleted files would be given to them.
     MakeFile("aaa");
     MakeFile("zzz");
     for (int i = 0; i < Count; i += 2)
         ASSERT_EQ(unlink(At(name(i)).constData()), 0);
-    Tree.Refresh();
-    EXPECT_EQ(Tree.model()->rowCount(Item("")), Count / 2 + 2);
+    m_tree.Refresh();
+    EXPECT_EQ(m_tree.model()->rowCount(Item("")), Count / 2 + 2);
     EXPECT_EQ(inserted, 2);
     EXPECT_EQ(removed, 1);
     EXPECT_EQ(Selected(), name(5001));
-    EXPECT_EQ(Tree.model()->index(0, 0, Item("")).data().toString(), QStringLiteral("aaa"));
-    EXPECT_EQ(Tree.model()->index(Count / 2 + 1, 0, Item("")).data().toString(), QStringLiteral("zzz"));
+    EXPECT_EQ(m_tree.model()->index(0, 0, Item("")).data().toString(), QStringLiteral("aaa"));
+    EXPECT_EQ(m_tree.model()->index(Count / 2 + 1, 0, Item("")).data().toString(), QStringLiteral("zzz"));
 }

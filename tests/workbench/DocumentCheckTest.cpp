@@ -5,6 +5,7 @@
 #include "WorkbenchSupport.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTextBlock>

@@ -10,9 +10,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-
 // Two panes with the test component, the second of them named as the bar is.
 class PaneCommandsTest : public TWorkbenchTest
 {

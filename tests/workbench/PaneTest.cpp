@@ -11,9 +11,6 @@
 namespace
 {
 
-const auto A = QStringLiteral("a");
-const auto B = QStringLiteral("b");
-
 class PaneTest : public TWorkbenchTest
 {
 protected:

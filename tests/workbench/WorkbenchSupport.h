@@ -11,6 +11,10 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+// The names of the panes that most tests have.
+inline const auto A = QStringLiteral("a");
+inline const auto B = QStringLiteral("b");
+
 // The pane that most tests open.
 inline const auto Scenes = QStringLiteral("scenes");
 
