@@ -15,7 +15,7 @@ QString Found(const QByteArray& content)
     return DecodeText(content, {}).Encoding;
 }
 
-QString Text(const QByteArray& content, const char* encoding = "")
+QString Decoded(const QByteArray& content, const char* encoding = "")
 {
     return DecodeText(content, QString::fromLatin1(encoding)).Text;
 }
@@ -25,16 +25,16 @@ QString Text(const QByteArray& content, const char* encoding = "")
 TEST(TextDecoding, FollowsTheByteOrderMark)
 {
     EXPECT_EQ(Found("\xEF\xBB\xBF\xFC"), QStringLiteral("UTF-8"));
-    EXPECT_EQ(Text("\xEF\xBB\xBFK\xC3\xBC"), QStringLiteral("Kü"));
-    EXPECT_EQ(Text(QByteArray("\xFF\xFEK\0\xFC\0", 6)), QStringLiteral("Kü"));
-    EXPECT_EQ(Text(QByteArray("\xFE\xFF\0K\0\xFC", 6)), QStringLiteral("Kü"));
+    EXPECT_EQ(Decoded("\xEF\xBB\xBFK\xC3\xBC"), QStringLiteral("Kü"));
+    EXPECT_EQ(Decoded(QByteArray("\xFF\xFEK\0\xFC\0", 6)), QStringLiteral("Kü"));
+    EXPECT_EQ(Decoded(QByteArray("\xFE\xFF\0K\0\xFC", 6)), QStringLiteral("Kü"));
 }
 
 TEST(TextDecoding, KnowsSixteenBitsByTheirZeros)
 {
     EXPECT_EQ(Found(QByteArray("K\0\xFC\0c\0h\0e\0", 10)), QStringLiteral("UTF-16LE"));
     EXPECT_EQ(Found(QByteArray("\0K\0\xFC\0c\0h\0e", 10)), QStringLiteral("UTF-16BE"));
-    EXPECT_EQ(Text(QByteArray("K\0\xFC\0c\0h\0e\0x", 11)).left(5), QStringLiteral("Küche"));
+    EXPECT_EQ(Decoded(QByteArray("K\0\xFC\0c\0h\0e\0x", 11)).left(5), QStringLiteral("Küche"));
 }
 
 TEST(TextDecoding, PrefersValidUtf8)
@@ -47,35 +47,35 @@ TEST(TextDecoding, PrefersValidUtf8)
 
 TEST(TextDecoding, TellsTheCodePagesByGermanLetters)
 {
-    EXPECT_EQ(Text("K\xFC"
-                   "che, Stra\xDF"
-                   "e, \xD6l"),
+    EXPECT_EQ(Decoded("K\xFC"
+                      "che, Stra\xDF"
+                      "e, \xD6l"),
               QStringLiteral("Küche, Straße, Öl"));
-    EXPECT_EQ(Text("K\x81"
-                   "che, Stra\xE1"
-                   "e, \x99l"),
+    EXPECT_EQ(Decoded("K\x81"
+                      "che, Stra\xE1"
+                      "e, \x99l"),
               QStringLiteral("Küche, Straße, Öl"));
-    EXPECT_EQ(Text("\x8E"
-                   "NDERUNG"),
+    EXPECT_EQ(Decoded("\x8E"
+                      "NDERUNG"),
               QStringLiteral("ÄNDERUNG"));
-    EXPECT_EQ(Text("AU\xDF"
-                   "EN"),
+    EXPECT_EQ(Decoded("AU\xDF"
+                      "EN"),
               QStringLiteral("AUßEN"));
 }
 
 TEST(TextDecoding, IsNotMisledByQuotationMarks)
 {
-    EXPECT_EQ(Text("Szene \x84"
-                   "Abend\x93 und \x93Nacht\x94, 20 \xB0"
-                   "C"),
+    EXPECT_EQ(Decoded("Szene \x84"
+                      "Abend\x93 und \x93Nacht\x94, 20 \xB0"
+                      "C"),
               QStringLiteral("Szene „Abend“ und “Nacht”, 20 °C"));
 }
 
 TEST(TextDecoding, DropsTheMarkInEveryForm)
 {
-    EXPECT_EQ(Text("\\ufeffLicht"), QStringLiteral("Licht"));
-    EXPECT_EQ(Text("\xEF\xBB\xBF\\ufeffLicht"), QStringLiteral("Licht"));
-    EXPECT_EQ(Text("Licht \\ufeff"), QStringLiteral("Licht \\ufeff"));
+    EXPECT_EQ(Decoded("\\ufeffLicht"), QStringLiteral("Licht"));
+    EXPECT_EQ(Decoded("\xEF\xBB\xBF\\ufeffLicht"), QStringLiteral("Licht"));
+    EXPECT_EQ(Decoded("Licht \\ufeff"), QStringLiteral("Licht \\ufeff"));
 }
 
 TEST(TextDecoding, BelievesADocumentAboutItsCodePage)
@@ -91,10 +91,10 @@ TEST(TextDecoding, BelievesADocumentAboutItsCodePage)
 
 TEST(TextDecoding, TakesTheChosenEncoding)
 {
-    EXPECT_EQ(Text("\xFC", "IBM850"), QStringLiteral("³"));
-    EXPECT_EQ(Text("\xFC", "Windows-1252"), QStringLiteral("ü"));
-    EXPECT_EQ(Text("\xFC", "UTF-8"), QString(QChar(QChar::ReplacementCharacter)));
-    EXPECT_EQ(Text("\xA4", "ISO-8859-15"), QStringLiteral("€"));
+    EXPECT_EQ(Decoded("\xFC", "IBM850"), QStringLiteral("³"));
+    EXPECT_EQ(Decoded("\xFC", "Windows-1252"), QStringLiteral("ü"));
+    EXPECT_EQ(Decoded("\xFC", "UTF-8"), QString(QChar(QChar::ReplacementCharacter)));
+    EXPECT_EQ(Decoded("\xA4", "ISO-8859-15"), QStringLiteral("€"));
     EXPECT_EQ(Found("x"), DecodeText("x", QStringLiteral("unbekannt")).Encoding);
 }
 

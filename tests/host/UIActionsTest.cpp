@@ -88,8 +88,10 @@ protected:
 TEST(UIActions, AreOneModule)
 {
     EXPECT_EQ(&UIActions(), &UIActions());
-    EXPECT_EQ(UIActions().ShellExecute.GetVerb(), QStringLiteral("open"));
-    EXPECT_EQ(UIActions().ShellExecute.GetFileName(), QString());
+    UIActions().ShellExecute.SetFileName(QStringLiteral("plan.pdf"));
+    EXPECT_EQ(UIActions().ShellExecute.GetFileName(), QStringLiteral("plan.pdf"));
+    EXPECT_EQ(TUIActions().ShellExecute.GetVerb(), QStringLiteral("open"));
+    EXPECT_EQ(TUIActions().ShellExecute.GetFileName(), QString());
 }
 
 TEST_F(ShellExecute, KeepsItsProperties)

@@ -23,24 +23,24 @@ protected:
         Rest();
     }
     // The temporary folder knows no names that are no text.
-    ~TFileTree() override { std::filesystem::remove_all(Project.Root().toStdString()); }
+    ~TFileTree() override { std::filesystem::remove_all(m_project.Root().toStdString()); }
 
     QString OtherRoot() const { return m_other.filePath(QStringLiteral("Anderes")); }
     QString LogOf(const QString& root) const { return root + QStringLiteral("/actions.log"); }
     // A full path below the project's root.
-    QByteArray At(const QByteArray& item) const { return QFile::encodeName(Project.Root()) + '/' + item; }
+    QByteArray At(const QByteArray& item) const { return QFile::encodeName(m_project.Root()) + '/' + item; }
     QByteArray AtOther(const QByteArray& item) const { return QFile::encodeName(OtherRoot()) + '/' + item; }
 
     bool Execute(const QByteArray& command)
     {
         bool handled = false;
-        Component->ExecuteCmd(command.constData(), handled);
+        m_component->ExecuteCmd(command.constData(), handled);
         return handled;
     }
     // The pane of the workbench.
     void FollowAndLog() { ASSERT_TRUE(Execute("shelltree://%PRJPATH%?project=1&files=all&log=yes")); }
 
-    TCustomShellTreeView& Tree() const { return *Component->ShellTree(); }
+    TCustomShellTreeView& Tree() const { return *m_component->ShellTree(); }
     QString Root() const { return Tree().Root(); }
     // What was written just now could be written once more without a trace and is told again; after a rest it is not.
     static void Rest() { QTest::qWait(50); }
@@ -51,7 +51,7 @@ protected:
         Tree().DrainChanges();
     }
     // The lines of a log that are new since the last call, without the paths of the project's root.
-    QStringList NewLines() { return NewLines(Project.Root()); }
+    QStringList NewLines() { return NewLines(m_project.Root()); }
     QStringList NewLines(const QString& root)
     {
         Settle();
@@ -77,9 +77,9 @@ protected:
         ASSERT_EQ(std::rename(from.constData(), to.constData()), 0);
     }
 
-    TRecordedMessages Messages;
-    TTemporaryProject Project;
-    std::unique_ptr<TICmdShellTreeView> Component = std::make_unique<TICmdShellTreeView>();
+    TRecordedMessages m_messages;
+    TTemporaryProject m_project;
+    std::unique_ptr<TICmdShellTreeView> m_component = std::make_unique<TICmdShellTreeView>();
 
 private:
     QTemporaryDir m_other;

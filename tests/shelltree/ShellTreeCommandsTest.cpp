@@ -28,12 +28,12 @@ TEST_F(ShellTreeCommands, AcceptsAndHandlesEveryText)
 {
     for (const char* command : {"", "x", "t://", "t://?", "t://?a=b&c", "Velmora.CmdButtons.1://"}) {
         bool accepted = false;
-        Component->QueryCmd(command, accepted);
+        m_component->QueryCmd(command, accepted);
         EXPECT_TRUE(accepted) << command;
         EXPECT_TRUE(Execute(command)) << command;
     }
     bool handled = false;
-    Component->ExecuteCmd(nullptr, handled);
+    m_component->ExecuteCmd(nullptr, handled);
     EXPECT_TRUE(handled);
     EXPECT_TRUE(Root().isEmpty());
 }
@@ -41,51 +41,51 @@ TEST_F(ShellTreeCommands, AcceptsAndHandlesEveryText)
 TEST_F(ShellTreeCommands, GivesTheNullVariant)
 {
     QVariant out(5);
-    Component->RequestData(QVariant(3), out);
+    m_component->RequestData(QVariant(3), out);
     EXPECT_FALSE(out.isValid());
 }
 
 TEST_F(ShellTreeCommands, IsACommandTarget)
 {
     void* found = nullptr;
-    EXPECT_TRUE(Component->QueryInterface(IID_ICmdTarget, &found));
-    EXPECT_EQ(found, static_cast<ICmdTarget*>(Component.get()));
-    EXPECT_TRUE(Component->QueryInterface(IID_IInterface, &found));
-    EXPECT_FALSE(Component->QueryInterface(IID_IWeekSchedule, &found));
+    EXPECT_TRUE(m_component->QueryInterface(IID_ICmdTarget, &found));
+    EXPECT_EQ(found, static_cast<ICmdTarget*>(m_component.get()));
+    EXPECT_TRUE(m_component->QueryInterface(IID_IInterface, &found));
+    EXPECT_FALSE(m_component->QueryInterface(IID_IWeekSchedule, &found));
     EXPECT_EQ(found, nullptr);
-    EXPECT_EQ(qobject_cast<ICmdTarget*>(static_cast<QWidget*>(Component.get())), Component.get());
-    EXPECT_EQ(Component->AddRef(), 1);
-    EXPECT_EQ(Component->Release(), 0);
+    EXPECT_EQ(qobject_cast<ICmdTarget*>(static_cast<QWidget*>(m_component.get())), m_component.get());
+    EXPECT_EQ(m_component->AddRef(), 1);
+    EXPECT_EQ(m_component->Release(), 0);
 }
 
 TEST_F(ShellTreeCommands, IsAPanelThatTheTreeFills)
 {
-    EXPECT_EQ(Component->objectName(), QStringLiteral("TICmdShellTreeView"));
-    Component->resize(300, 200);
-    Component->layout()->activate();
+    EXPECT_EQ(m_component->objectName(), QStringLiteral("TICmdShellTreeView"));
+    m_component->resize(300, 200);
+    m_component->layout()->activate();
     EXPECT_EQ(Tree().geometry(), QRect(0, 0, 300, 200));
     EXPECT_TRUE(Tree().GetHotTracking());
     EXPECT_TRUE(Tree().GetShowHint());
     EXPECT_FALSE(Tree().GetAutoRefresh());
-    EXPECT_EQ(Component->actions(), Tree().actions());
-    EXPECT_EQ(Component->focusProxy(), &Tree());
+    EXPECT_EQ(m_component->actions(), Tree().actions());
+    EXPECT_EQ(m_component->focusProxy(), &Tree());
 }
 
 TEST_F(ShellTreeCommands, ThePathIsTheRoot)
 {
     Execute("t://%PRJPATH%");
-    EXPECT_EQ(Root(), Project.Root());
+    EXPECT_EQ(Root(), m_project.Root());
     Execute("t://" + QFile::encodeName(OtherRoot()));
     EXPECT_EQ(Root(), OtherRoot());
-    Execute("t://" + QFile::encodeName(ToPackagePath(Project.Root())));
-    EXPECT_EQ(Root(), Project.Root());
+    Execute("t://" + QFile::encodeName(ToPackagePath(m_project.Root())));
+    EXPECT_EQ(Root(), m_project.Root());
     EXPECT_TRUE(Tree().GetAutoRefresh());
 }
 
 TEST_F(ShellTreeCommands, TheKeyRootReplacesThePath)
 {
     Execute("t://" + QFile::encodeName(OtherRoot()) + "?ROOT=$(project)/_config");
-    EXPECT_EQ(Root(), Project.Path(QStringLiteral("_config")));
+    EXPECT_EQ(Root(), m_project.Path(QStringLiteral("_config")));
 }
 
 TEST_F(ShellTreeCommands, ARootThatDoesNotExistIsIgnored)
@@ -95,8 +95,8 @@ TEST_F(ShellTreeCommands, ARootThatDoesNotExistIsIgnored)
     Execute("t://%PRJPATH%/velmora.project"); // a file
     Execute("t://%PRJPATH%?root=/gibt/es/nicht");
     Execute("t://?files=all");
-    EXPECT_EQ(Root(), Project.Root());
-    EXPECT_TRUE(Messages.Errors.isEmpty());
+    EXPECT_EQ(Root(), m_project.Root());
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
 }
 
 TEST_F(ShellTreeCommands, ARootOfAFormerProjectsVariableIsIgnoredWithoutAProject)
@@ -145,7 +145,7 @@ TEST_F(ShellTreeCommands, AFilesValueOfNoInAnyCaseShowsFoldersOnly)
 
 TEST_F(ShellTreeCommands, AnotherCommandWithTheSameRootKeepsWhatIsSelected)
 {
-    Project.Write(QStringLiteral("_config/a.txt"), "x");
+    m_project.Write(QStringLiteral("_config/a.txt"), "x");
     Execute("t://%PRJPATH%");
     ASSERT_TRUE(Tree().SelectPath(At("_config/a.txt")));
     Execute("t://%PRJPATH%/?color=1");
@@ -176,19 +176,19 @@ TEST_F(ShellTreeCommands, HoldsTheUserManagerWhileItLives)
 {
     DisposeUserManager(); // the project's hold
     EXPECT_NE(UserManager(), nullptr);
-    Component.reset();
+    m_component.reset();
     EXPECT_EQ(UserManager(), nullptr);
     SetupUserManager();
 }
 
 TEST_F(ShellTreeCommands, TheHostCanListAndRunItsActions)
 {
-    Project.Write(QStringLiteral("a.txt"), "x");
+    m_project.Write(QStringLiteral("a.txt"), "x");
     Execute("t://%PRJPATH%");
     ASSERT_TRUE(Tree().SelectPath(At("a.txt")));
-    QMetaObject::invokeMethod(Component.get(), "UpdateActions", Qt::DirectConnection);
-    const auto* edit = Component->findChild<QAction*>(QStringLiteral("MenuAction_Edit"));
+    QMetaObject::invokeMethod(m_component.get(), "UpdateActions", Qt::DirectConnection);
+    const auto* edit = m_component->findChild<QAction*>(QStringLiteral("MenuAction_Edit"));
     ASSERT_NE(edit, nullptr);
-    EXPECT_TRUE(Component->actions().contains(const_cast<QAction*>(edit)));
+    EXPECT_TRUE(m_component->actions().contains(const_cast<QAction*>(edit)));
     EXPECT_TRUE(edit->isEnabled());
 }

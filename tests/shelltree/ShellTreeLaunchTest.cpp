@@ -14,14 +14,14 @@ protected:
     {
         qunsetenv("VISUAL");
         qunsetenv("EDITOR");
-        Project.Write(QStringLiteral("a.txt"), "x");
+        m_project.Write(QStringLiteral("a.txt"), "x");
         Execute("t://%PRJPATH%");
         Tree().SelectPath(At("a.txt"));
     }
     bool Handles(const QString& verb)
     {
         bool handled = true;
-        Component->HandleExecuteContext(&Tree(), Tree().ContextMenu(), 0, verb, handled);
+        m_component->HandleExecuteContext(&Tree(), Tree().ContextMenu(), 0, verb, handled);
         return handled;
     }
     QUrl Url(const QByteArray& item) const { return QUrl::fromLocalFile(QFile::decodeName(At(item))); }
@@ -47,7 +47,7 @@ TEST_F(ShellTreeLaunch, OtherVerbsStayWithTheTree)
 
 TEST_F(ShellTreeLaunch, WhatTheDesktopRefusesIsNotHandled)
 {
-    QFile::remove(Project.Path(QStringLiteral("a.txt")));
+    QFile::remove(m_project.Path(QStringLiteral("a.txt")));
     EXPECT_FALSE(Handles(QStringLiteral("open")));
     Tree().clearSelection();
     EXPECT_FALSE(Handles(QStringLiteral("open")));
@@ -55,7 +55,7 @@ TEST_F(ShellTreeLaunch, WhatTheDesktopRefusesIsNotHandled)
 
 TEST_F(ShellTreeLaunch, TheMenuOpensTheSelectedFileAndAFolderToo)
 {
-    const auto* open = Component->findChild<QAction*>(QStringLiteral("MenuAction_Open"));
+    const auto* open = m_component->findChild<QAction*>(QStringLiteral("MenuAction_Open"));
     const_cast<QAction*>(open)->trigger();
     Tree().SelectPath(At("_config"));
     const_cast<QAction*>(open)->trigger();
@@ -73,15 +73,15 @@ TEST_F(ShellTreeLaunch, ActivatingAFolderOrNothingOpensNothing)
     Tree().SelectPath(At("_config"));
     QTest::keyClick(&Tree(), Qt::Key_Return);
     Tree().clearSelection();
-    Component->HandleDefaultAction(&Tree());
+    m_component->HandleDefaultAction(&Tree());
     EXPECT_TRUE(m_opened.Urls().isEmpty());
 }
 
 TEST_F(ShellTreeLaunch, AFileThatCannotBeOpenedIsNoted)
 {
-    QFile::remove(Project.Path(QStringLiteral("a.txt")));
-    Component->HandleDefaultAction(&Tree());
+    QFile::remove(m_project.Path(QStringLiteral("a.txt")));
+    m_component->HandleDefaultAction(&Tree());
     EXPECT_EQ(
-        Messages.Notes,
-        QStringList{QStringLiteral("\"%1\" kann nicht geöffnet werden.").arg(Project.Path(QStringLiteral("a.txt")))});
+        m_messages.Notes,
+        QStringList{QStringLiteral("\"%1\" kann nicht geöffnet werden.").arg(m_project.Path(QStringLiteral("a.txt")))});
 }

@@ -12,7 +12,7 @@ class ShellTreeLogFailure : public TFileTree
 protected:
     ShellTreeLogFailure() { FollowAndLog(); }
 
-    QString Log() const { return LogOf(Project.Root()); }
+    QString Log() const { return LogOf(m_project.Root()); }
 };
 
 } // namespace
@@ -23,7 +23,7 @@ TEST_F(ShellTreeLogFailure, IsOneMessageForManyLines)
     for (const char* file : {"a", "b", "c"})
         Write(At(file));
     Settle();
-    EXPECT_EQ(Messages.Errors,
+    EXPECT_EQ(m_messages.Errors,
               QStringList{
                   QStringLiteral("\"%1\" kann nicht fortgeschrieben werden (Dort steht ein Verzeichnis)").arg(Log())});
 }
@@ -36,7 +36,7 @@ TEST_F(ShellTreeLogFailure, EndsWithTheNextChangeThatCanBeWritten)
     ASSERT_TRUE(QDir().rmdir(Log()));
     Write(At("b"));
     EXPECT_EQ(NewLines(), QStringList{QStringLiteral("PUT \"b\"")});
-    EXPECT_EQ(Messages.Errors.size(), 1);
+    EXPECT_EQ(m_messages.Errors.size(), 1);
 }
 
 TEST_F(ShellTreeLogFailure, IsToldAgainAfterItWorkedInBetween)
@@ -51,14 +51,14 @@ TEST_F(ShellTreeLogFailure, IsToldAgainAfterItWorkedInBetween)
         ASSERT_TRUE(QFile::remove(Log()));
         Settle();
     }
-    EXPECT_EQ(Messages.Errors.size(), 2);
+    EXPECT_EQ(m_messages.Errors.size(), 2);
 }
 
 TEST_F(ShellTreeLogFailure, ReachesWhoCallsTheHandlerAsAnError)
 {
     ASSERT_EQ(mkfifo(QFile::encodeName(Log()).constData(), 0600), 0);
-    EXPECT_THROW(Component->HandleShellChange(&Tree(), At("a"), {}, scItemCreated), TFileError);
-    EXPECT_NO_THROW(Component->HandleShellChange(&Tree(), At("b"), {}, scItemCreated));
+    EXPECT_THROW(m_component->HandleShellChange(&Tree(), At("a"), {}, scItemCreated), TFileError);
+    EXPECT_NO_THROW(m_component->HandleShellChange(&Tree(), At("b"), {}, scItemCreated));
 }
 
 TEST_F(ShellTreeLogFailure, ReachesTheGeneralErrorHandlerAndNotTheEventLoop)
@@ -79,15 +79,15 @@ TEST_F(ShellTreeLogFailure, ARootThatVanishesAndComesBackIsToldAsItsDifference)
     Write(At("bleibt"));
     Write(At("geht"));
     Settle();
-    const QString aside = Project.Root() + QStringLiteral(".weg");
-    Rename(QFile::encodeName(Project.Root()), QFile::encodeName(aside));
+    const QString aside = m_project.Root() + QStringLiteral(".weg");
+    Rename(QFile::encodeName(m_project.Root()), QFile::encodeName(aside));
     Settle();
     ASSERT_TRUE(QFile::remove(aside + QStringLiteral("/geht")));
     ASSERT_TRUE(QFile::remove(LogOf(aside)));
-    Rename(QFile::encodeName(aside), QFile::encodeName(Project.Root()));
+    Rename(QFile::encodeName(aside), QFile::encodeName(m_project.Root()));
     EXPECT_TRUE(QTest::qWaitFor([this] {
         Settle();
         return QFile::exists(Log()) && ReadAll(Log()).contains("DEL \"" + At("geht") + "\"\r\n");
     }));
-    EXPECT_TRUE(Messages.Errors.isEmpty());
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
 }

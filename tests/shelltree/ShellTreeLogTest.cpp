@@ -15,7 +15,7 @@ protected:
     // Is told to the component as if it came from `sender`.
     void Tell(QObject* sender, TShellChangeKind kind = scItemCreated)
     {
-        Component->HandleShellChange(sender, At("x"), {}, kind);
+        m_component->HandleShellChange(sender, At("x"), {}, kind);
     }
     static QStringList One(const QString& line) { return {line}; }
 };
@@ -28,9 +28,9 @@ TEST_F(ShellTreeLog, RenamingAFileInTheRootAppendsOneLine)
     Rest();
     FollowAndLog();
     Rename(At("a.txt"), At("b.txt"));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(LogOf(Project.Root())); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(LogOf(m_project.Root())); }));
     QTest::qWait(200);
-    EXPECT_EQ(ReadAll(LogOf(Project.Root())), "REN \"" + At("a.txt") + "\" \"" + At("b.txt") + "\"\r\n");
+    EXPECT_EQ(ReadAll(LogOf(m_project.Root())), "REN \"" + At("a.txt") + "\" \"" + At("b.txt") + "\"\r\n");
 }
 
 TEST_F(ShellTreeLog, EveryKindOfChangeHasItsLine)
@@ -40,13 +40,13 @@ TEST_F(ShellTreeLog, EveryKindOfChangeHasItsLine)
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"neu.txt\"")));
     Write(At("neu.txt"), "anders");
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"neu.txt\"")));
-    ASSERT_TRUE(QDir().mkdir(Project.Path(QStringLiteral("ordner"))));
+    ASSERT_TRUE(QDir().mkdir(m_project.Path(QStringLiteral("ordner"))));
     EXPECT_EQ(NewLines(), One(QStringLiteral("MKDIR \"ordner\"")));
     Rename(At("ordner"), At("mappe"));
     EXPECT_EQ(NewLines(), One(QStringLiteral("REN \"ordner\" \"mappe\"")));
-    ASSERT_TRUE(QDir().rmdir(Project.Path(QStringLiteral("mappe"))));
+    ASSERT_TRUE(QDir().rmdir(m_project.Path(QStringLiteral("mappe"))));
     EXPECT_EQ(NewLines(), One(QStringLiteral("RMDIR \"mappe\"")));
-    QFile::remove(Project.Path(QStringLiteral("neu.txt")));
+    QFile::remove(m_project.Path(QStringLiteral("neu.txt")));
     EXPECT_EQ(NewLines(), One(QStringLiteral("DEL \"neu.txt\"")));
 }
 
@@ -76,12 +76,12 @@ TEST_F(ShellTreeLog, ItsOwnGrowthWritesNoLineWhereTheRootIsALink)
 {
     QTemporaryDir elsewhere;
     const QString link = elsewhere.filePath(QStringLiteral("link"));
-    ASSERT_TRUE(QFile::link(Project.Root(), link));
+    ASSERT_TRUE(QFile::link(m_project.Root(), link));
     Execute("t://" + QFile::encodeName(link) + "?log=yes");
     Write(At("a"));
     Settle();
     Settle();
-    EXPECT_EQ(ReadAll(LogOf(Project.Root())), "PUT \"" + QFile::encodeName(link) + "/a\"\r\n");
+    EXPECT_EQ(ReadAll(LogOf(m_project.Root())), "PUT \"" + QFile::encodeName(link) + "/a\"\r\n");
 }
 
 TEST_F(ShellTreeLog, NamesStandInItAsTheyAreOneLineEach)
@@ -93,7 +93,7 @@ TEST_F(ShellTreeLog, NamesStandInItAsTheyAreOneLineEach)
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"punkte...\"")));
     Write(At("Büro €"));
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"B\u00fcro \u0080\"")));
-    EXPECT_TRUE(Messages.Notes.isEmpty());
+    EXPECT_TRUE(m_messages.Notes.isEmpty());
 }
 
 TEST_F(ShellTreeLog, ANameThatCannotBeReplayedIsSaidOnce)
@@ -105,10 +105,10 @@ TEST_F(ShellTreeLog, ANameThatCannotBeReplayedIsSaidOnce)
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"gr?n\"")));
     Write(At("Łódź"));
     EXPECT_EQ(NewLines(), One(QStringLiteral("PUT \"?\u00f3d?\"")));
-    ASSERT_EQ(Messages.Notes.size(), 1);
-    EXPECT_TRUE(Messages.Notes.first().contains(LogOf(Project.Root())));
-    EXPECT_TRUE(Messages.Notes.first().contains(QStringLiteral("zwei?Zeilen")));
-    EXPECT_TRUE(Messages.Notes.first().endsWith(QStringLiteral("lässt sich nicht wiederholen.")));
+    ASSERT_EQ(m_messages.Notes.size(), 1);
+    EXPECT_TRUE(m_messages.Notes.first().contains(LogOf(m_project.Root())));
+    EXPECT_TRUE(m_messages.Notes.first().contains(QStringLiteral("zwei?Zeilen")));
+    EXPECT_TRUE(m_messages.Notes.first().endsWith(QStringLiteral("lässt sich nicht wiederholen.")));
 }
 
 TEST_F(ShellTreeLog, FifosAndSocketsAreNotLogged)
@@ -125,12 +125,12 @@ TEST_F(ShellTreeLog, OnlyTheOwnTreeIsListenedTo)
     QObject other;
     Tell(nullptr);
     Tell(&other);
-    Tell(Component.get());
-    EXPECT_FALSE(QFile::exists(LogOf(Project.Root())));
+    Tell(m_component.get());
+    EXPECT_FALSE(QFile::exists(LogOf(m_project.Root())));
     Tell(&Tree(), static_cast<TShellChangeKind>(5));
-    EXPECT_FALSE(QFile::exists(LogOf(Project.Root()))) << "a kind without a line";
+    EXPECT_FALSE(QFile::exists(LogOf(m_project.Root()))) << "a kind without a line";
     Tell(&Tree());
-    EXPECT_TRUE(QFile::exists(LogOf(Project.Root())));
+    EXPECT_TRUE(QFile::exists(LogOf(m_project.Root())));
 }
 
 TEST_F(ShellTreeLog, WithoutALogPathNothingIsWritten)
@@ -138,27 +138,27 @@ TEST_F(ShellTreeLog, WithoutALogPathNothingIsWritten)
     Tell(&Tree());
     Execute("t://%PRJPATH%?project=1");
     Tell(&Tree());
-    EXPECT_TRUE(Component->LogPath().isEmpty());
-    EXPECT_FALSE(QFile::exists(LogOf(Project.Root())));
+    EXPECT_TRUE(m_component->LogPath().isEmpty());
+    EXPECT_FALSE(QFile::exists(LogOf(m_project.Root())));
 }
 
 TEST_F(ShellTreeLog, YesInAnyCaseSwitchesItOnAndEverythingElseOff)
 {
-    const QString path = JoinFilePath(Project.Root(), {QStringLiteral("actions.log")});
+    const QString path = JoinFilePath(m_project.Root(), {QStringLiteral("actions.log")});
     for (const char* on : {"yes", "YES", "Yes"}) {
         Execute(QByteArray("t://%PRJPATH%?log=") + on);
-        EXPECT_EQ(ToPackagePath(Component->LogPath()), ToPackagePath(path)) << on;
+        EXPECT_EQ(ToPackagePath(m_component->LogPath()), ToPackagePath(path)) << on;
         EXPECT_TRUE(Tree().HasChangeEvent());
         for (const char* off : {"no", "1", "true", ""}) {
             Execute("t://?log=yes");
             Execute(QByteArray("t://?log=") + off);
-            EXPECT_TRUE(Component->LogPath().isEmpty()) << off;
+            EXPECT_TRUE(m_component->LogPath().isEmpty()) << off;
             EXPECT_FALSE(Tree().HasChangeEvent());
         }
     }
     Execute("t://?log=yes");
     Execute("t://?color=1");
-    EXPECT_FALSE(Component->LogPath().isEmpty()) << "kept without the key";
+    EXPECT_FALSE(m_component->LogPath().isEmpty()) << "kept without the key";
 }
 
 TEST_F(ShellTreeLog, WhatHappenedBeforeItIsSwitchedOffIsLogged)
@@ -174,8 +174,8 @@ TEST_F(ShellTreeLog, WhatHappenedBeforeTheTreeGoesIsLogged)
 {
     FollowAndLog();
     Write(At("zuletzt"));
-    Component.reset();
-    EXPECT_EQ(ReadAll(LogOf(Project.Root())), "PUT \"" + At("zuletzt") + "\"\r\n");
+    m_component.reset();
+    EXPECT_EQ(ReadAll(LogOf(m_project.Root())), "PUT \"" + At("zuletzt") + "\"\r\n");
 }
 
 TEST_F(ShellTreeLog, RenamingInTheTreeIsLogged)
@@ -184,14 +184,14 @@ TEST_F(ShellTreeLog, RenamingInTheTreeIsLogged)
     Rest();
     FollowAndLog();
     ASSERT_TRUE(Tree().SelectPath(At("alt.txt")));
-    Component->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(Component.get()));
-    Component->findChild<QAction*>(QStringLiteral("MenuAction_Rename"))->trigger();
+    m_component->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_component.get()));
+    m_component->findChild<QAction*>(QStringLiteral("MenuAction_Rename"))->trigger();
     QTest::qWait(1);
     QTest::keyClicks(Tree().viewport()->findChild<QLineEdit*>(), QStringLiteral("neu"));
     QTest::keyClick(Tree().viewport()->findChild<QLineEdit*>(), Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(Project.Path(QStringLiteral("neu.txt"))); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(m_project.Path(QStringLiteral("neu.txt"))); }));
     Settle();
-    EXPECT_EQ(ReadAll(LogOf(Project.Root())), "REN \"" + At("alt.txt") + "\" \"" + At("neu.txt") + "\"\r\n");
+    EXPECT_EQ(ReadAll(LogOf(m_project.Root())), "REN \"" + At("alt.txt") + "\" \"" + At("neu.txt") + "\"\r\n");
     EXPECT_EQ(Tree().SelectedFolder()->NativePath(), At("neu.txt"));
 }

@@ -26,8 +26,8 @@ TEST_F(ShellTreeProject, ItsRootIsNotFollowedOtherwise)
         Execute(QByteArray("t://%PRJPATH%?project=1&x=") + value);
         Execute(QByteArray("t://?project=") + value);
         OpenOther();
-        EXPECT_EQ(Root(), Project.Root()) << value;
-        UserManager()->OpenProject(Project.Root());
+        EXPECT_EQ(Root(), m_project.Root()) << value;
+        UserManager()->OpenProject(m_project.Root());
     }
 }
 
@@ -43,38 +43,38 @@ TEST_F(ShellTreeProject, OnlyTheUserManagerIsBelieved)
 {
     Execute("t://%PRJPATH%");
     OpenOther();
-    Component->HandleUserProperties(Component.get(), upProject, {});
-    EXPECT_EQ(Root(), Project.Root());
-    Component->HandleUserProperties(UserManager(), upUser, {});
+    m_component->HandleUserProperties(m_component.get(), upProject, {});
+    EXPECT_EQ(Root(), m_project.Root());
+    m_component->HandleUserProperties(UserManager(), upUser, {});
     EXPECT_EQ(Root(), OtherRoot());
 }
 
 TEST_F(ShellTreeProject, ATreeThatIsGoneIsNotToldAnyMore)
 {
     Execute("t://%PRJPATH%?project=1&log=yes");
-    Component.reset();
+    m_component.reset();
     OpenOther();
-    EXPECT_TRUE(Messages.Errors.isEmpty());
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
 }
 
 TEST_F(ShellTreeProject, ClosingItKeepsTheTree)
 {
     FollowAndLog();
     UserManager()->CloseProject();
-    EXPECT_EQ(Root(), Project.Root());
-    Component->HandleProjectChange();
-    EXPECT_EQ(Root(), Project.Root());
+    EXPECT_EQ(Root(), m_project.Root());
+    m_component->HandleProjectChange();
+    EXPECT_EQ(Root(), m_project.Root());
 }
 
 TEST_F(ShellTreeProject, LogYesWithNoProjectOpenWritesNothingUntilOneOpens)
 {
     UserManager()->CloseProject();
-    Execute("t://" + QFile::encodeName(Project.Root()) + "?project=1&log=yes");
-    EXPECT_TRUE(Component->LogPath().isEmpty());
+    Execute("t://" + QFile::encodeName(m_project.Root()) + "?project=1&log=yes");
+    EXPECT_TRUE(m_component->LogPath().isEmpty());
     Write(At("vorher"));
     EXPECT_EQ(NewLines(), QStringList());
-    UserManager()->OpenProject(Project.Root());
-    EXPECT_FALSE(Component->LogPath().isEmpty());
+    UserManager()->OpenProject(m_project.Root());
+    EXPECT_FALSE(m_component->LogPath().isEmpty());
     Write(At("danach"));
     EXPECT_EQ(NewLines(), QStringList{QStringLiteral("PUT \"danach\"")});
 }
@@ -83,9 +83,9 @@ TEST_F(ShellTreeProject, TheLogIsAttachedAlsoWhenTheRootIsRightAlready)
 {
     UserManager()->CloseProject();
     // Another spelling of the same root.
-    Execute("t://" + QFile::encodeName(Project.Root()) + "/_config/..?project=1&log=yes");
+    Execute("t://" + QFile::encodeName(m_project.Root()) + "/_config/..?project=1&log=yes");
     Tree().SelectPath(At("_config/data"));
-    UserManager()->OpenProject(Project.Root());
+    UserManager()->OpenProject(m_project.Root());
     EXPECT_TRUE(Tree().HasChangeEvent());
     EXPECT_TRUE(Tree().SelectedFolder().has_value()) << "one root, not set again";
     Write(At("a"));
@@ -106,9 +106,9 @@ TEST_F(ShellTreeProject, PendingChangesGoIntoTheLogOfTheirOwnProject)
 TEST_F(ShellTreeProject, TheLogStandsNextToTheProjectFile)
 {
     FollowAndLog();
-    EXPECT_EQ(ToPackagePath(Component->LogPath()), ToPackagePath(LogOf(Project.Root())));
+    EXPECT_EQ(ToPackagePath(m_component->LogPath()), ToPackagePath(LogOf(m_project.Root())));
     OpenOther();
-    EXPECT_EQ(ToPackagePath(Component->LogPath()), ToPackagePath(LogOf(OtherRoot())));
+    EXPECT_EQ(ToPackagePath(m_component->LogPath()), ToPackagePath(LogOf(OtherRoot())));
 }
 
 TEST_F(ShellTreeProject, ChangesMadeWhileTheRootIsBeingSwitchedAreNotLogged)
@@ -118,7 +118,7 @@ TEST_F(ShellTreeProject, ChangesMadeWhileTheRootIsBeingSwitchedAreNotLogged)
     // In the middle of the switch, when the new root is shown for the first time.
     QObject::connect(Tree().model(), &QAbstractItemModel::modelReset, &Tree(), [&] {
         Write(At("mittendrin"));
-        Component->HandleShellChange(&Tree(), At("mittendrin"), {}, scItemCreated);
+        m_component->HandleShellChange(&Tree(), At("mittendrin"), {}, scItemCreated);
         wrote = true;
     });
     OpenOther();
@@ -132,14 +132,14 @@ TEST_F(ShellTreeProject, GoingToAndFroKeepsTheLogsApart)
     FollowAndLog();
     for (int i = 0; i < 3; ++i) {
         const QByteArray name = QByteArray::number(i);
-        UserManager()->OpenProject(Project.Root());
+        UserManager()->OpenProject(m_project.Root());
         Write(At(name));
         EXPECT_EQ(NewLines(), QStringList{QStringLiteral("PUT \"%1\"").arg(i)});
         OpenOther();
         Write(AtOther(name));
         EXPECT_EQ(NewLines(OtherRoot()), QStringList{QStringLiteral("PUT \"%1\"").arg(i)});
     }
-    EXPECT_TRUE(Messages.Errors.isEmpty());
+    EXPECT_TRUE(m_messages.Errors.isEmpty());
 }
 
 TEST_F(ShellTreeProject, ANewlyOpenedOneSaysAgainWhatItsLogCannotCarry)
@@ -150,5 +150,5 @@ TEST_F(ShellTreeProject, ANewlyOpenedOneSaysAgainWhatItsLogCannotCarry)
     OpenOther();
     Write(AtOther("a\nb"));
     Settle();
-    EXPECT_EQ(Messages.Notes.size(), 2);
+    EXPECT_EQ(m_messages.Notes.size(), 2);
 }

@@ -15,16 +15,16 @@ protected:
     void Begin()
     {
         FollowAndLog();
-        CopyTree(Project.Root().toStdString(), Copy());
+        CopyTree(m_project.Root().toStdString(), Copy());
     }
     std::string Copy() const { return m_copies.filePath(QStringLiteral("kopie")).toStdString(); }
 
     std::string Differences()
     {
         Tree().DrainChanges();
-        TReplayer replayer(Project.Root().toStdString(), Copy());
-        replayer.ApplyLog(FromCodePage(ReadAll(LogOf(Project.Root()))).toStdString());
-        replayer.Finish(LogOf(Project.Root()).toStdString());
+        TReplayer replayer(m_project.Root().toStdString(), Copy());
+        replayer.ApplyLog(FromCodePage(ReadAll(LogOf(m_project.Root()))).toStdString());
+        replayer.Finish(LogOf(m_project.Root()).toStdString());
         return replayer.Mistakes().empty() ? std::string() : replayer.Summary();
     }
 
@@ -38,15 +38,15 @@ TEST_F(TShellTreeStorm, ACopyThatFollowsTheLogEqualsTheProject)
 {
     Begin();
     const int operations = qEnvironmentVariableIsSet("VELMORA_LONG_TESTS") ? 200'000 : 20'000;
-    ASSERT_TRUE(WaitForAll(StartStorm(Project.Root(), operations)));
+    ASSERT_TRUE(WaitForAll(StartStorm(m_project.Root(), operations)));
     EXPECT_EQ(Differences(), "");
-    EXPECT_EQ(Messages.Errors, QStringList());
+    EXPECT_EQ(m_messages.Errors, QStringList());
 }
 
 TEST_F(TShellTreeStorm, ACopyFollowsAlsoWhereNotificationsWereLost)
 {
     Begin();
-    for (const auto& program : StartStorm(Project.Root(), 20'000))
+    for (const auto& program : StartStorm(m_project.Root(), 20'000))
         ASSERT_TRUE(program->waitForFinished(-1));
     EXPECT_EQ(Differences(), "");
 }
