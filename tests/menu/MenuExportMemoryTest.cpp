@@ -36,8 +36,8 @@ QByteArray WithLongText(const QByteArray& content)
 
 // Under the sanitizers each growing block is mapped and copied anew, which takes minutes here; they watch the limit
 // itself in its own tests and the export in all others.
-#ifdef VELMORA_SANITIZED
-constexpr bool IsSanitized = true;
+#if defined(__has_feature)
+constexpr bool IsSanitized = __has_feature(address_sanitizer);
 #else
 constexpr bool IsSanitized = false;
 #endif
