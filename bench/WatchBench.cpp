@@ -82,13 +82,15 @@ void StormWithWatcher(benchmark::State& state)
     for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         const QTemporaryDir directory;
-        const TWatcher watcher(directory.path());
-        if (!watcher.IsRunning())
+        auto watcher = std::make_unique<TWatcher>(directory.path());
+        if (!watcher->IsRunning())
             state.SkipWithError("inotifywait does not run");
         state.ResumeTiming();
         if (!WaitForAll(StartStorm(directory.path(), Operations)))
             state.SkipWithError("the storm failed");
         state.PauseTiming();
+        watcher.reset();
+        state.ResumeTiming();
     }
 }
 
