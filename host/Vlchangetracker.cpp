@@ -90,6 +90,13 @@ void TChangeTracker::StopWaiting(TFileNode& item)
     item.Waiting = -1;
 }
 
+void TChangeTracker::StopLeaving(TFileNode& node)
+{
+    if (node.IsLeaving)
+        std::erase_if(m_moves, [&node](const auto& entry) { return entry.second.Node == &node; });
+    node.IsLeaving = false;
+}
+
 void TChangeTracker::TellWaiting(bool isFinal)
 {
     std::vector<TWaiting> waiting;
@@ -154,8 +161,7 @@ void TChangeTracker::RemoveBranch(TFileNode& node)
 void TChangeTracker::Forget(TFileNode& node)
 {
     StopWaiting(node);
-    if (node.IsLeaving)
-        std::erase_if(m_moves, [&node](const auto& entry) { return entry.second.Node == &node; });
+    StopLeaving(node);
     m_replacing.erase(&node);
     if (!node.Folder)
         return;

@@ -65,6 +65,7 @@ private:
     {
         TFileNode* Node = nullptr;
         TClock::time_point Since;
+        bool IsDoubtful = false; // it may be what has the name by now, not what was renamed
     };
     struct TDue
     {
@@ -101,7 +102,7 @@ private:
     static bool LooksChanged(const TFileNode& item);
     void Move(TFileNode& source, TFileNode& folder, std::string_view name);
     void NoteExchange(const TFileNode& source, TFileNode& folder, std::string_view name, bool replaces);
-    TFileNode* TakeMove(uint32_t cookie);
+    TMove TakeMove(uint32_t cookie);
     bool IsIgnored(const TFileNode& folder, std::string_view name) const;
     void LoseWatch(int watch);
     void BeginResync();
@@ -128,6 +129,7 @@ private:
     void TellWaiting(bool isFinal);
     bool TellItem(TFileNode& item, bool isFinal);
     void StopWaiting(TFileNode& item);
+    void StopLeaving(TFileNode& node);
     void ResolveMoves(bool isFinal);
     void RemoveBranch(TFileNode& node);
     void Forget(TFileNode& node);

@@ -190,9 +190,9 @@ void TChangeTracker::Bind(TFileNode& folder, int descriptor)
         const TFolderState& parent = *folder.Parent->Folder;
         state.IsRemote = parent.Device == state.Device ? parent.IsRemote : IsOnNetwork(descriptor);
     }
-    if (m_isScanOnly || (isSame && state.Watch >= 0))
+    if (m_isScanOnly)
         return;
-    if (state.Watch >= 0) {
+    if (state.Watch >= 0 && !isSame) {
         m_watched.erase(state.Watch);
         m_inotify.Remove(state.Watch);
         state.Watch = -1;
@@ -201,7 +201,12 @@ void TChangeTracker::Bind(TFileNode& folder, int descriptor)
         Limit(NetworkReason);
         return;
     }
+    // Asked for also where there is one: a new folder can have the inode number of a removed one, and that its watch
+    // has ended may be among the notifications that were lost.
+    const int former = state.Watch;
     state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask);
+    if (former >= 0 && former != state.Watch)
+        m_watched.erase(former);
     if (state.Watch < 0)
         Limit(WatchesReason);
     else if (!TakeWatch(folder, status))
@@ -282,7 +287,11 @@ void TChangeTracker::CompareEntry(TFileNode& folder, const TListed& entry, bool 
     TFileNode* node = entry.Node;
     if (!node) {
         AddListed(folder, entry, more);
-    } else if (node->Folder) {
+        return;
+    }
+    // There again, or another one by now; what was renamed turns up as new.
+    StopLeaving(*node);
+    if (node->Folder) {
         if (isDeep || node->Folder->Watch < 0 || node->Stamp.Inode != entry.Stamp.Inode)
             more.push_back({.Folder = node, .IsDeep = isDeep});
     } else {
@@ -309,13 +318,20 @@ void TChangeTracker::AddListed(TFileNode& folder, const TListed& entry, std::vec
     }
 }
 
-// Those that are marked meanwhile wait for the next time, so that a tree in motion keeps nobody here.
+// Each folder once: those that are marked meanwhile wait for the next time, so that a tree in motion keeps nobody here,
+// and one that is not where it should be keeps no other from its turn.
 void TChangeTracker::CompareUnsure()
 {
     if (m_isRootGone)
         m_unsure.clear();
-    for (size_t count = m_unsure.size(); count > 0 && !m_unsure.empty(); --count)
-        Compare(*m_unsure.begin()->first, false);
+    std::vector<TFileNode*> due;
+    due.reserve(m_unsure.size());
+    for (const auto& [folder, isDeep] : m_unsure)
+        due.push_back(folder);
+    for (TFileNode* folder : due) {
+        if (m_unsure.count(folder) > 0)
+            Compare(*folder, false);
+    }
 }
 
 void TChangeTracker::Housekeep()

@@ -23,7 +23,6 @@ bool TChangeTracker::Process(std::chrono::milliseconds budget)
         if (m_position == m_buffer.size()) {
             // What comes from now on happened after everything that was read from the disk.
             ++m_round;
-            m_replacing.clear();
             return false;
         }
         for (int count = 0; count < EventsPerLook && m_position < m_buffer.size(); ++count)
@@ -143,30 +142,32 @@ void TChangeTracker::HandleMovedFrom(TFileNode& folder, const TInotifyEvent& eve
         MarkUnsure(&folder);
         return;
     }
-    if (known->IsLeaving)
-        std::erase_if(m_moves, [known](const auto& entry) { return entry.second.Node == known; });
+    StopLeaving(*known);
     known->IsLeaving = true;
-    m_moves[event.Cookie] = {.Node = known, .Since = TClock::now()};
+    m_moves[event.Cookie] = {.Node = known, .Since = TClock::now(), .IsDoubtful = folder.Folder->Round == m_round};
 }
 
-TFileNode* TChangeTracker::TakeMove(uint32_t cookie)
+TChangeTracker::TMove TChangeTracker::TakeMove(uint32_t cookie)
 {
-    const auto move = m_moves.find(cookie);
-    if (move == m_moves.end())
-        return nullptr;
-    TFileNode* node = move->second.Node;
-    node->IsLeaving = false;
-    m_moves.erase(move);
-    return node;
+    const auto found = m_moves.find(cookie);
+    if (found == m_moves.end())
+        return {};
+    const TMove move = found->second;
+    move.Node->IsLeaving = false;
+    m_moves.erase(found);
+    return move;
 }
 
 void TChangeTracker::HandleMovedTo(TFileNode& folder, const TInotifyEvent& event)
 {
-    TFileNode* source = TakeMove(event.Cookie);
+    const TMove move = TakeMove(event.Cookie);
+    TFileNode* source = move.Node;
     if (!source) {
         HandleArrival(folder, event);
         return;
     }
+    if (move.IsDoubtful)
+        MarkUnsure(&folder);
     TFileNode* target = folder.Find(event.Name);
     if (target == source)
         return;
@@ -226,7 +227,7 @@ void TChangeTracker::Move(TFileNode& source, TFileNode& folder, std::string_view
 }
 
 // An exchange of two names is told as two renames, each onto the other's name. The first one seems to replace, so the
-// second one brings up what has to be looked at.
+// second one, whenever it comes, brings up what has to be looked at.
 void TChangeTracker::NoteExchange(const TFileNode& source, TFileNode& folder, std::string_view name, bool replaces)
 {
     const auto replacing = m_replacing.find(&source);
@@ -271,7 +272,7 @@ bool TChangeTracker::IsIgnored(const TFileNode& folder, std::string_view name) c
 void TChangeTracker::HandleIgnoredFile(const TInotifyEvent& event)
 {
     // What becomes the ignored file is gone for everybody else, unless both have exchanged their names.
-    TFileNode* source = (event.Mask & IN_MOVED_TO) != 0 ? TakeMove(event.Cookie) : nullptr;
+    TFileNode* source = (event.Mask & IN_MOVED_TO) != 0 ? TakeMove(event.Cookie).Node : nullptr;
     if (!source)
         return;
     if (source->Waiting >= 0)

@@ -1,6 +1,7 @@
 #include "FileTree.h"
 
 #include "OpenedUrls.h"
+#include "Vlerrors.h"
 
 #include <QMenu>
 
@@ -84,4 +85,25 @@ TEST_F(ShellTreeLaunch, AFileThatCannotBeOpenedIsNoted)
     EXPECT_EQ(
         m_messages.Notes,
         QStringList{QStringLiteral("\"%1\" kann nicht geöffnet werden.").arg(m_project.Path(QStringLiteral("a.txt")))});
+}
+
+TEST_F(ShellTreeLaunch, ATreeThatIsBeingDestroyedOpensNothing)
+{
+    FollowAndLog();
+    Tree().SelectPath(At("a.txt"));
+    ASSERT_TRUE(QDir().mkdir(LogOf(m_project.Root())));
+    Write(At("b.txt"));
+    // The line that cannot be written is told on the way down; who hears of it still has the tree.
+    TICmdShellTreeView* component = m_component.get();
+    bool handled = true;
+    int errors = 0;
+    const TErrorHandler previous = SetErrorHandler([&](const std::exception_ptr&) {
+        ++errors;
+        component->HandleExecuteContext(component->ShellTree(), nullptr, 0, QStringLiteral("open"), handled);
+    });
+    m_component.reset();
+    SetErrorHandler(previous);
+    EXPECT_EQ(errors, 1);
+    EXPECT_FALSE(handled);
+    EXPECT_TRUE(m_opened.Urls().isEmpty());
 }

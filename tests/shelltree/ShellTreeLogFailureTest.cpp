@@ -1,5 +1,6 @@
 #include "FileTree.h"
 
+#include "ChildProcess.h"
 #include "Vlerrors.h"
 
 #include <sys/stat.h>
@@ -72,6 +73,25 @@ TEST_F(ShellTreeLogFailure, ReachesTheGeneralErrorHandlerAndNotTheEventLoop)
     QTest::qWait(200);
     SetErrorHandler(previous);
     EXPECT_EQ(errors, 1);
+}
+
+TEST_F(ShellTreeLogFailure, AMediumThatCannotBeWrittenIsOneErrorAndTheLogStays)
+{
+    WriteAll(Log(), "PUT \"früher\"\r\n");
+    const QByteArray root = QFile::encodeName(m_project.Root());
+    ASSERT_EQ(chmod(QFile::encodeName(Log()).constData(), 0444), 0);
+    ASSERT_EQ(chmod(root.constData(), 0555), 0);
+    const QString outcome = RunInChild([this] {
+        GiveUpRights();
+        QStringList outcomes;
+        for (const char* file : {"a", "b", "c"})
+            outcomes += OutcomeOf([&] { m_component->HandleShellChange(&Tree(), At(file), {}, scItemCreated); });
+        return outcomes.join(u'|');
+    });
+    ASSERT_EQ(chmod(root.constData(), 0755), 0);
+    EXPECT_EQ(outcome,
+              QStringLiteral("\"%1\" kann nicht fortgeschrieben werden (Zugriff verweigert)|ok|ok").arg(Log()));
+    EXPECT_EQ(ReadAll(Log()), "PUT \"früher\"\r\n");
 }
 
 TEST_F(ShellTreeLogFailure, ARootThatVanishesAndComesBackIsToldAsItsDifference)

@@ -1,9 +1,11 @@
 #include "FileTree.h"
 #include "Replayer.h"
 #include "StormRun.h"
+#include "ToolRun.h"
 #include "Vlcodepage.h"
 
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace
 {
@@ -32,12 +34,15 @@ private:
     QTemporaryDir m_copies;
 };
 
+class TShellTreeTools : public TShellTreeStorm, public testing::WithParamInterface<TToolRun>
+{};
+
 } // namespace
 
 TEST_F(TShellTreeStorm, ACopyThatFollowsTheLogEqualsTheProject)
 {
     Begin();
-    const int operations = qEnvironmentVariableIsSet("VELMORA_LONG_TESTS") ? 200'000 : 20'000;
+    const int operations = AreStormsLong() ? 200'000 : 20'000;
     ASSERT_TRUE(WaitForAll(StartStorm(m_project.Root(), operations)));
     EXPECT_EQ(Differences(), "");
     EXPECT_EQ(m_messages.Errors, QStringList());
@@ -50,3 +55,17 @@ TEST_F(TShellTreeStorm, ACopyFollowsAlsoWhereNotificationsWereLost)
         ASSERT_TRUE(program->waitForFinished(-1));
     EXPECT_EQ(Differences(), "");
 }
+
+TEST_P(TShellTreeTools, ACopyThatFollowsTheLogEqualsTheProject)
+{
+    ASSERT_FALSE(QStandardPaths::findExecutable(QLatin1String(GetParam().Program)).isEmpty());
+    ASSERT_TRUE(RunScript(m_project.Root(), GetParam().Prepare));
+    Begin();
+    ASSERT_TRUE(RunScript(m_project.Root(), GetParam().Run));
+    EXPECT_EQ(Differences(), "");
+    EXPECT_GE(ReadAll(LogOf(m_project.Root())).count('\n'), 50);
+    EXPECT_EQ(m_messages.Errors, QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, TShellTreeTools, testing::ValuesIn(ToolRuns),
+                         [](const auto& run) { return std::string(run.param.Name); });

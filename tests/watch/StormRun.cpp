@@ -12,6 +12,11 @@ constexpr int Processes = 4;
 
 } // namespace
 
+bool AreStormsLong()
+{
+    return qEnvironmentVariableIsSet("VELMORA_LONG_TESTS");
+}
+
 std::vector<std::unique_ptr<QProcess>> StartStorm(const QString& root, int operations)
 {
     std::vector<std::unique_ptr<QProcess>> programs;

@@ -3,6 +3,11 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace
 {
 
@@ -37,10 +42,38 @@ private:
     QByteArray m_former;
 };
 
+// Keeps all processors busy while it lives, so that everything happens late and in between.
+class TBusyMachine
+{
+public:
+    TBusyMachine()
+    {
+        const unsigned count = 2 * std::max(1U, std::thread::hardware_concurrency());
+        for (unsigned number = 0; number < count; ++number) {
+            m_threads.emplace_back([this] {
+                while (!m_isDone)
+                    ++m_turns;
+            });
+        }
+    }
+    ~TBusyMachine()
+    {
+        m_isDone = true;
+        for (std::thread& thread : m_threads)
+            thread.join();
+    }
+    Q_DISABLE_COPY(TBusyMachine)
+
+private:
+    std::atomic<bool> m_isDone = false;
+    std::atomic<unsigned> m_turns = 0;
+    std::vector<std::thread> m_threads;
+};
+
 class StormTest : public FileWatchTest
 {
 protected:
-    static int Operations() { return AreLong() ? 200'000 : 20'000; }
+    static int Operations() { return AreStormsLong() ? 200'000 : 20'000; }
 
     // Not started before the root is watched.
     auto Storm(int operations) const { return StartStorm(QString::fromStdString(m_root), operations); }
@@ -54,6 +87,16 @@ TEST_F(StormTest, FourProcessesLeaveACopyThatEqualsTheTree)
     EXPECT_TRUE(WaitForAll(Storm(Operations())));
     EXPECT_EQ(Differences(), "");
     EXPECT_GT(m_changes.size(), static_cast<size_t>(Operations() / 10));
+}
+
+TEST_F(StormTest, ABusyMachineMakesNoDifference)
+{
+    Start();
+    {
+        const TBusyMachine machine;
+        EXPECT_TRUE(WaitForAll(Storm(Operations() / 2)));
+    }
+    EXPECT_EQ(Differences(), "");
 }
 
 TEST_F(StormTest, NotificationsThatWereLostAreMadeUpForByAComparison)

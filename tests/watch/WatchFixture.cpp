@@ -1,7 +1,5 @@
 #include "WatchFixture.h"
 
-#include "StormRun.h"
-
 #include <QTest>
 
 #include <filesystem>
@@ -109,13 +107,4 @@ std::string FileWatchTest::Differences()
         replayer.Apply(change);
     replayer.Finish();
     return replayer.Mistakes().empty() ? std::string() : replayer.Summary();
-}
-
-void FileWatchTest::Run(const QString& program, const QStringList& arguments)
-{
-    std::vector<std::unique_ptr<QProcess>> programs;
-    programs.push_back(std::make_unique<QProcess>());
-    programs.back()->setWorkingDirectory(QString::fromStdString(m_root));
-    programs.back()->start(program, arguments);
-    EXPECT_TRUE(WaitForAll(programs)) << programs.back()->readAllStandardError().toStdString();
 }

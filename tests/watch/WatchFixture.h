@@ -4,7 +4,6 @@
 #include "TestSupport.h"
 #include "Vlfilewatch.h"
 
-#include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -23,9 +22,6 @@ class FileWatchTest : public testing::Test
 protected:
     FileWatchTest();
 
-    // The storms in full, which take minutes; by default they are a tenth of that.
-    static bool AreLong() { return qEnvironmentVariableIsSet("VELMORA_LONG_TESTS"); }
-
     std::string Path(const std::string& relative) const;
     void Write(const std::string& relative, const std::string& content) const;
     void MakeFolder(const std::string& relative) const;
@@ -40,9 +36,6 @@ protected:
     bool IsTold(size_t count) const;
     // Replays all that was told onto the copy; empty when that equals the tree.
     std::string Differences();
-
-    // Runs a program below the root and watches meanwhile.
-    void Run(const QString& program, const QStringList& arguments);
 
     QTemporaryDir m_directory;
     std::string m_root;
