@@ -29,6 +29,7 @@ public:
     explicit TWatcher(const QString& root)
     {
         m_process.setStandardOutputFile(m_output.filePath(QStringLiteral("events")));
+        m_process.setReadChannel(QProcess::StandardError);
         m_process.start(Watcher, {QStringLiteral("-m"), QStringLiteral("-r"), root});
         while (m_process.waitForReadyRead(60'000) || m_process.state() == QProcess::Running) {
             m_said += m_process.readAllStandardError();
