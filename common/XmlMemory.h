@@ -4,9 +4,13 @@
 #include <functional>
 #include <utility>
 
-// Bounds what libxml2 and libxslt hold on this thread while it lives, counted from its beginning. Past the limit large
-// blocks are refused, and small ones are given all the same, because the libraries do not stand the refusal of every
-// one: whoever sets a limit also says how what is running comes to its end. One lives at a time.
+// Bounds what libxml2 and libxslt make the process hold on this thread while it lives, beyond what it held at the
+// beginning. Past the limit large blocks are refused, and small ones are given all the same, because the libraries do
+// not stand the refusal of every one: whoever sets a limit also says how what is running comes to its end. One lives at
+// a time.
+//
+// What is taken is added up; what the process really holds is asked only when that would pass the limit, because to
+// count every block that is freed would slow an export down. The limit is kept to a sixty-fourth.
 class TXmlMemoryLimit
 {
 public:
@@ -23,10 +27,20 @@ private:
     // What the libraries are given in the place of the system's functions.
     class TAllocator;
 
-    bool MayTake(std::size_t size);
+    bool MayTake(std::size_t size)
+    {
+        m_taken += size + Overhead;
+        return m_taken <= m_unasked || Ask(size);
+    }
+    bool Ask(std::size_t size);
 
-    std::ptrdiff_t m_limit;
-    std::ptrdiff_t m_held = 0; // below zero when more of older blocks has gone
+    // What the system's functions need at most for keeping a block themselves.
+    static constexpr std::size_t Overhead = 32;
+
+    std::size_t m_limit;
+    std::size_t m_before;    // what the process held at the beginning
+    std::size_t m_taken = 0; // since the process was asked, freed or not
+    std::size_t m_unasked;   // so much may be taken before it is asked again
     bool m_isPassed = false;
     std::function<void()> m_stop;
 };

@@ -143,10 +143,12 @@ int Save(xmlDocPtr result, xsltStylesheetPtr style, const QString& outputPath)
     return code;
 }
 
-// What one run has made; the stylesheet says how the result is written.
+// What one run has made; the stylesheet says how the result is written. Freed in the opposite order, the latest first,
+// which is what the allocator is quickest with.
 struct TRun
 {
     TXmlPointer<xsltStylesheet> Style;
+    TXmlPointer<xmlDoc> Menu;
     TXmlPointer<xmlDoc> Result; // null for a failure
     bool LackedMemory = false;
 };
@@ -162,9 +164,9 @@ TRun RunStylesheet(const TMenuTransformation& transformation)
     TRun run;
     run.Style.reset(xsltParseStylesheetFile(reinterpret_cast<const xmlChar*>(stylePath.constData())));
     TFileAccessPolicy::ExpectDocument();
-    const TXmlPointer<xmlDoc> menu(xmlParseFile(menuPath.constData()));
-    if (run.Style && menu)
-        run.Result = Apply(run.Style.get(), menu.get(), preferences.Get(), memory);
+    run.Menu.reset(xmlParseFile(menuPath.constData()));
+    if (run.Style && run.Menu)
+        run.Result = Apply(run.Style.get(), run.Menu.get(), preferences.Get(), memory);
     run.LackedMemory = memory.IsPassed();
     return run;
 }
