@@ -9,6 +9,7 @@
 #include <QDir>
 
 #include <algorithm>
+#include <vector>
 
 namespace
 {
@@ -16,14 +17,29 @@ namespace
 // The names of the entry files in a folder, in the order in which they are shown.
 QStringList EntryFilesIn(const QString& path)
 {
-    QStringList names = QDir(ToPlatformPath(path)).entryList({QStringLiteral("*.uri")}, QDir::Files | QDir::System);
+    struct TSortedName
+    {
+        QCollatorSortKey Key;
+        QString Name;
+    };
+
     QCollator collator(QLocale(QLocale::German, QLocale::Germany));
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     collator.setNumericMode(true);
-    std::sort(names.begin(), names.end(), [&](const QString& a, const QString& b) {
-        const int order = collator.compare(a, b);
-        return order != 0 ? order < 0 : a < b;
+    const QStringList found =
+        QDir(ToPlatformPath(path)).entryList({QStringLiteral("*.uri")}, QDir::Files | QDir::System, QDir::Unsorted);
+    // To compare names by the language costs more than to read them: what it says of a name is asked once.
+    std::vector<TSortedName> sorted;
+    sorted.reserve(static_cast<std::size_t>(found.size()));
+    for (const QString& name : found)
+        sorted.push_back({.Key = collator.sortKey(name), .Name = name});
+    std::ranges::sort(sorted, [](const TSortedName& a, const TSortedName& b) {
+        const int order = a.Key.compare(b.Key);
+        return order != 0 ? order < 0 : a.Name < b.Name;
     });
+    QStringList names;
+    for (const TSortedName& entry : sorted)
+        names.append(entry.Name);
     return names;
 }
 
@@ -66,13 +82,6 @@ template <class TMake, class TReport> void MakeAll(const QStringList& names, TMa
     leftOut.Finish();
 }
 
-TNavigationPtr LoadEntry(const QString& file, const QString& category)
-{
-    TNavigationPtr entry = TNavigation::Create(file, category);
-    entry->Load();
-    return entry;
-}
-
 } // namespace
 
 TFolderManager::TFolderManager() = default;
@@ -82,7 +91,9 @@ void TFolderManager::AddFolder(const QString& path, const QString& category)
 {
     MakeAll(
         EntryFilesIn(path),
-        [&](const QString& name) { return LoadEntry(JoinFilePath(ToPackagePath(path), {name}), category); },
+        [&](const QString& name) {
+            return TNavigation::CreateLoaded(JoinFilePath(ToPackagePath(path), {name}), category);
+        },
         [this](TNavigationPtr entry) { Report(std::move(entry)); });
 }
 
@@ -100,7 +111,7 @@ TNavigationPtr TFolderManager::MakeItem(const QString& name, const QString& cate
     const QString file = ResolveEntryPath(name);
     if (file.isEmpty())
         throw TUserError(QStringLiteral("Der Eintrag \"%1\" braucht ein offenes Projekt.").arg(name));
-    return LoadEntry(file, category);
+    return TNavigation::CreateLoaded(file, category);
 }
 
 // The receiver may set another event.

@@ -68,6 +68,9 @@ QString TUserManager::EnvToFilePath(const QString& text) const
 // the root until all is expanded, because a percent sign in its name is no reference.
 QString TUserManager::EnvToFilePathIn(const QString& root, const QString& text)
 {
+    // Most texts refer to nothing, and a bar of entries asks for each of its icons.
+    if (!text.contains(u'%') && !text.contains(u'$'))
+        return ToPackagePath(text);
     const auto mark = [](QString path) {
         for (const QString& reference : ProjectReferences)
             path.replace(reference, QString(QChar::Null), Qt::CaseInsensitive);

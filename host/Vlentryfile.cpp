@@ -45,7 +45,7 @@ constexpr std::array Keys{
 const TKey* FindKey(QStringView name)
 {
     const auto* found = std::find_if(Keys.begin(), Keys.end(), [&](const TKey& key) {
-        return SameText(name, QLatin1StringView(key.Name).toString());
+        return name.compare(QLatin1StringView(key.Name), Qt::CaseInsensitive) == 0;
     });
     return found == Keys.end() ? nullptr : found;
 }
@@ -87,17 +87,16 @@ bool ParseRemovable(const QString& value)
 class TEntryParser
 {
 public:
-    void ParseLine(const QString& line, int number)
+    void ParseLine(QStringView line, int number)
     {
-        // A carriage return is part of a line's end, or a blank.
-        const QString trimmed = QString(line).replace(u'\r', u' ').trimmed();
+        const QStringView trimmed = line.trimmed();
         if (trimmed.isEmpty() || trimmed.startsWith(u'#'))
             return;
         const qsizetype equals = trimmed.indexOf(u'=');
         if (equals < 0)
             throw TUserError(QStringLiteral("In Zeile %1 fehlt das Gleichheitszeichen").arg(number));
-        if (const TKey* key = FindKey(QStringView(trimmed).first(equals).trimmed()))
-            Take(*key, trimmed.mid(equals + 1).trimmed());
+        if (const TKey* key = FindKey(trimmed.first(equals).trimmed()))
+            Take(*key, trimmed.sliced(equals + 1).trimmed().toString());
     }
 
     TEntryRecord Finish()
@@ -198,8 +197,10 @@ TEntryRecord ParseEntry(const QByteArray& text)
 {
     TEntryParser parser;
     int number = 0;
-    const QStringList lines = Decode(text).split(u'\n');
-    for (const QString& line : lines)
+    // A carriage return is part of a line's end, or a blank.
+    const QString decoded = Decode(text).replace(u'\r', u' ');
+    const QList<QStringView> lines = QStringView(decoded).split(u'\n');
+    for (const QStringView line : lines)
         parser.ParseLine(line, ++number);
     return parser.Finish();
 }

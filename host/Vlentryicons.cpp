@@ -2,11 +2,13 @@
 
 #include "Vlapputils.h"
 
-#include <QDateTime>
-#include <QFileInfo>
+#include <QFile>
 #include <QImageReader>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <QStringBuilder>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -32,21 +34,28 @@ QPixmap ReadPicture(const QString& path)
     return QPixmap::fromImage(reader.read());
 }
 
+// The same for all paths of a file, another one as soon as the file has changed.
+QString CacheKey(const struct stat& status)
+{
+    const auto number = [](auto value) { return QString::number(static_cast<qint64>(value)); };
+    return u"entry-icon " % number(status.st_dev) % u' ' % number(status.st_ino) % u' ' % number(status.st_size) %
+           u' ' % number(status.st_mtim.tv_sec) % u' ' % number(status.st_mtim.tv_nsec);
+}
+
 } // namespace
 
 // Many entries have the same icon: it is read again only when the file has changed.
 std::optional<QIcon> LoadEntryIcon(const QString& path)
 {
-    const QFileInfo file(ToPlatformPath(path));
-    if (path.isEmpty() || !file.isFile())
+    const QString file = ToPlatformPath(path);
+    struct stat status
+    {};
+    if (stat(QFile::encodeName(file).constData(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    const QString key = QStringLiteral("entry-icon %1 %2 %3")
-                            .arg(file.lastModified().toMSecsSinceEpoch())
-                            .arg(file.size())
-                            .arg(file.absoluteFilePath());
+    const QString key = CacheKey(status);
     QPixmap picture;
     if (!QPixmapCache::find(key, &picture)) {
-        picture = ReadPicture(file.filePath());
+        picture = ReadPicture(file);
         if (picture.isNull())
             return std::nullopt;
         QPixmapCache::insert(key, picture);

@@ -71,6 +71,13 @@ TNavigationPtr TNavigation::Create(const QString& file, const QString& category)
     return entry;
 }
 
+TNavigationPtr TNavigation::CreateLoaded(const QString& file, const QString& category)
+{
+    TNavigationPtr entry(new TNavigation(file, category));
+    entry->Load();
+    return entry;
+}
+
 TNavigationPtr TNavigation::CreateFor(QAction* action, const QString& category)
 {
     TNavigationPtr entry(new TNavigation({}, category));

@@ -34,6 +34,8 @@ public:
 
     // An entry that is stored in `file`; nothing is read or written yet.
     static TNavigationPtr Create(const QString& file, const QString& category);
+    // The same, read from its file as Load does it.
+    static TNavigationPtr CreateLoaded(const QString& file, const QString& category);
     // An entry for an action of the host, which has no file and no properties of its own.
     static TNavigationPtr CreateFor(QAction* action, const QString& category);
 

@@ -64,6 +64,14 @@ TEST_F(EntryIcons, WhatIsNoPictureIsNoIcon)
     EXPECT_FALSE(LoadEntryIcon({}));
 }
 
+TEST_F(EntryIcons, ChangedPictureIsReadAgain)
+{
+    ASSERT_TRUE(LoadEntryIcon(MakePicture({48, 48})));
+    const auto icon = LoadEntryIcon(MakePicture({16, 16}));
+    ASSERT_TRUE(icon);
+    EXPECT_EQ(icon->availableSizes(), QList<QSize>{QSize(16, 16)});
+}
+
 TEST_F(EntryIcons, PictureWithTheWrongNameIsStillOne)
 {
     QFile::rename(MakePicture({16, 16}), Path("a.txt"));
