@@ -34,13 +34,17 @@ void TCmdButton::ShowGlyph()
     if (!m_action->icon().isNull())
         setIcon(m_action->icon());
     const QString file = m_action->GetIconFile();
-    if (!FileExists(file))
-        return;
     if (const auto icon = LoadEntryIcon(file))
         setIcon(*icon);
-    else
+    else if (FileExists(file))
         Note(parentWidget(), QStringLiteral("Das Symbol \"%1\" von \"%2\" ist kein Bild.")
                                  .arg(ToPlatformPath(file), m_action->GetCaption()));
+}
+
+// The bar gives all its buttons one width, so the caption is not measured for it.
+QSize TCmdButton::sizeHint() const
+{
+    return {EntryIconSize, Height};
 }
 
 // The action may do anything, also retire the button.
@@ -72,13 +76,17 @@ void TCmdButton::Retire()
         deleteLater();
 }
 
-// The toolkit lets disabled buttons swallow the request for a menu, which is the bar's.
 bool TCmdButton::event(QEvent* event)
 {
+    // The toolkit lets disabled buttons swallow the request for a menu, which is the bar's.
     if (event->type() == QEvent::ContextMenu && !isEnabled()) {
         event->ignore();
         return false;
     }
+    // One that is scrolled out of sight has nothing to paint. The toolkit finds that out only after it has compared the
+    // button with all others of the bar.
+    if (event->type() == QEvent::UpdateLater && visibleRegion().isEmpty())
+        return true;
     return QToolButton::event(event);
 }
 

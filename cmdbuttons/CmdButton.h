@@ -26,6 +26,8 @@ public:
     // Frees the action and the button, as soon as what the action is doing has returned.
     void Retire();
 
+    QSize sizeHint() const override;
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -4,6 +4,8 @@
 #include "Folderman.h"
 #include "Vlapputils.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QScopeGuard>
 #include <QVBoxLayout>
 
@@ -14,7 +16,9 @@ void TICmdButtons::LoadCmdItems(const QString& path)
     widget()->hide();
     const auto resume = qScopeGuard([this] {
         m_layout->setEnabled(true);
-        m_layout->activate();
+        // The content is as high as its buttons before they are shown in it; else each of them would be moved then.
+        QEvent request(QEvent::LayoutRequest);
+        QCoreApplication::sendEvent(this, &request);
         widget()->show();
         if (hasFocus() && m_layout->count() > 0)
             m_layout->itemAt(0)->widget()->setFocus(Qt::OtherFocusReason);

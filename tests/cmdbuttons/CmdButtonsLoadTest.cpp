@@ -3,11 +3,29 @@
 
 #include <QDir>
 #include <QLayout>
+#include <QSet>
 
 namespace
 {
 
 using CmdButtonsLoad = TBarTest;
+
+// The captions of the buttons that have been painted while it lives.
+class TPaintRecorder final : public QObject
+{
+public:
+    TPaintRecorder() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        const auto* button = qobject_cast<TCmdButton*>(receiver);
+        if (button && event->type() == QEvent::Paint)
+            Painted.insert(button->text());
+        return false;
+    }
+
+    QSet<QString> Painted;
+};
 
 } // namespace
 
@@ -189,6 +207,21 @@ TEST_F(CmdButtonsLoad, LongBarScrolls)
     EXPECT_EQ(Captions(), names);
     EXPECT_TRUE(Bar().widget()->height() > 30 * 75);
     EXPECT_LE(Bar().widget()->width(), Bar().viewport()->width());
+}
+
+TEST_F(CmdButtonsLoad, ButtonIsPaintedAsSoonAsItIsScrolledIntoSight)
+{
+    QStringList names;
+    for (int i = 0; i < 30; ++i)
+        names.append(QString::number(i));
+    WriteEntries(names);
+    const TPaintRecorder recorder;
+    Execute();
+    EXPECT_TRUE(recorder.Painted.contains(names.first()));
+    EXPECT_FALSE(recorder.Painted.contains(names.last()));
+    Bar().ensureWidgetVisible(Button(names.last()));
+    QApplication::processEvents();
+    EXPECT_TRUE(recorder.Painted.contains(names.last()));
 }
 
 TEST_F(CmdButtonsLoad, BarThatIsLoadedWhileItsPaneIsHiddenShowsItsButtonsWithIt)
