@@ -53,18 +53,6 @@ TICmdButtons::~TICmdButtons()
     DisposeUserManager();
 }
 
-bool TICmdButtons::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-void TICmdButtons::RequestData(const QVariant&, QVariant& out)
-{
-    out = QVariant();
-}
-
 void TICmdButtons::QueryCmd(const char* command, bool& accepted)
 {
     accepted = CommandText(command).contains(ProgId, Qt::CaseInsensitive);

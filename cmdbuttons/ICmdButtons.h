@@ -17,7 +17,7 @@ class TCmdButton;
 
 // A scrolling bar of large flat buttons, one for each navigation entry of a folder or of a definition file. A button
 // runs its entry; a popup menu adds, removes and edits buttons. The host's form owns the bar, the bar its buttons.
-class TICmdButtons final : public QScrollArea, public ICmdTarget
+class TICmdButtons final : public QScrollArea, public TCmdTarget
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget)
@@ -26,12 +26,6 @@ public:
     explicit TICmdButtons(QWidget* parent);
     ~TICmdButtons() override;
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override { return ++m_references; }
-    int Release() override { return --m_references; }
-
-    // The null variant.
-    void RequestData(const QVariant& in, QVariant& out) override;
     // Not handled, and nothing is done, unless the text contains the ProgID exactly.
     void ExecuteCmd(const char* command, bool& handled) override;
     // Accepts what contains the ProgID without regard to case.
@@ -112,7 +106,6 @@ private:
     QVBoxLayout* m_layout;
     int m_runningEntries = 0;                     // of the popup menu
     std::optional<QPointer<TCmdButton>> m_target; // while the menu is in use; null beside all buttons
-    int m_references = 0;
 };
 
 // What the unit runs at load and at unload. The bar is known by its class only: its ProgID is the host's to give.

@@ -18,18 +18,6 @@ TCmdTreeFrame::~TCmdTreeFrame()
         UserManager()->RemoveListener(this, &TCmdTreeFrame::HandleProjectChange);
 }
 
-bool TCmdTreeFrame::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-void TCmdTreeFrame::RequestData(const QVariant&, QVariant& out)
-{
-    out = QVariant();
-}
-
 void TCmdTreeFrame::ExecuteCmd(const char* command, bool& handled)
 {
     handled = true;
@@ -44,11 +32,6 @@ void TCmdTreeFrame::ExecuteCmd(const char* command, bool& handled)
             ApplyCommandItem(key, value);
     });
     FinishCommand();
-}
-
-void TCmdTreeFrame::QueryCmd(const char*, bool& accepted)
-{
-    accepted = true;
 }
 
 TDocumentPlace TCmdTreeFrame::DocumentPlace(const QString& path, int line) const

@@ -14,7 +14,7 @@ class TURLName;
 // What the tree editors share: the command target with the course of a command and its colours, the binding to the
 // project, the popup menu and what it remembers for a paste. The host's form owns a frame; the editor adds its keys,
 // its document and its operations.
-class TCmdTreeFrame : public TDragScrollTree, public ICmdTarget
+class TCmdTreeFrame : public TDragScrollTree, public TCmdTarget
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget)
@@ -23,15 +23,7 @@ public:
     explicit TCmdTreeFrame(QWidget* parent);
     ~TCmdTreeFrame() override;
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override { return ++m_references; }
-    int Release() override { return --m_references; }
-
-    // The null variant.
-    void RequestData(const QVariant& in, QVariant& out) override;
     void ExecuteCmd(const char* command, bool& handled) override;
-    // Always accepted, whatever the text: an editor is asked only about what its own pane is given.
-    void QueryCmd(const char* command, bool& accepted) override;
 
     // Brings the states of the frame's actions up to date; the host calls it by name before it shows or runs them.
     Q_INVOKABLE virtual void UpdateActions() { ApplyMenuRules(); }
@@ -91,7 +83,6 @@ protected:
 private:
     void HandleProjectChange(QObject* sender, TUserProperty property, const QString& value);
 
-    int m_references = 0;
     TPopupMenu* m_popupMenu = nullptr;
     TEditClipboard m_clipboard;
 };

@@ -44,6 +44,31 @@ protected:
 
 Q_DECLARE_INTERFACE(ICmdTarget, "Velmora.ICmdTarget/1")
 
+// What most components answer alike, to be derived from beside the control.
+class TCmdTarget : public ICmdTarget
+{
+public:
+    bool QueryInterface(const TGuid& iid, void** result) override
+    {
+        const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
+        *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
+        return known;
+    }
+    int AddRef() override { return ++m_references; }
+    int Release() override { return --m_references; }
+
+    // The null variant.
+    void RequestData(const QVariant&, QVariant& out) override { out = QVariant(); }
+    // Always accepted, whatever the text: a component is asked only about what its own pane is given.
+    void QueryCmd(const char*, bool& accepted) override { accepted = true; }
+
+protected:
+    ~TCmdTarget() = default;
+
+private:
+    int m_references = 0;
+};
+
 // {0F6B1C52-7E3D-4A98-B4C1-92D57A30E6F4}
 inline constexpr TGuid IID_IWeekSchedule{0x0F6B1C52, 0x7E3D, 0x4A98, {0xB4, 0xC1, 0x92, 0xD5, 0x7A, 0x30, 0xE6, 0xF4}};
 

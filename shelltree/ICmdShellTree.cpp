@@ -78,23 +78,6 @@ TICmdShellTreeView::~TICmdShellTreeView()
     DisposeUserManager();
 }
 
-bool TICmdShellTreeView::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-void TICmdShellTreeView::RequestData(const QVariant&, QVariant& out)
-{
-    out = QVariant();
-}
-
-void TICmdShellTreeView::QueryCmd(const char*, bool& accepted)
-{
-    accepted = true;
-}
-
 void TICmdShellTreeView::ExecuteCmd(const char* command, bool& handled)
 {
     handled = true;

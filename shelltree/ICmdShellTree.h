@@ -13,7 +13,7 @@ class QMenu;
 
 // The project's files as a tree, and the log of everything that happens to them. The host's form owns it and drives it
 // by command texts; it follows the project when it is told to.
-class TICmdShellTreeView : public QWidget, public ICmdTarget
+class TICmdShellTreeView : public QWidget, public TCmdTarget
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget)
@@ -22,15 +22,7 @@ public:
     explicit TICmdShellTreeView(QWidget* parent = nullptr);
     ~TICmdShellTreeView() override;
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override { return ++m_references; }
-    int Release() override { return --m_references; }
-
-    // The null variant.
-    void RequestData(const QVariant& in, QVariant& out) override;
     void ExecuteCmd(const char* command, bool& handled) override;
-    // Always accepted, whatever the text.
-    void QueryCmd(const char* command, bool& accepted) override;
 
     // Follows the project or no more, and puts the log into the state that its flag and the project ask for.
     void SetProjectListener(bool on);
@@ -66,7 +58,6 @@ private:
     bool m_isLogFailing = false;
     bool m_isInexactTold = false;
     bool m_isDestroying = false;
-    int m_references = 0;
 };
 
 // Puts the component on the palette of a form designer.

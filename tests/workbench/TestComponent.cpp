@@ -74,28 +74,6 @@ QAction* TTestComponent::AddAction(const QString& name, const QString& caption)
     return action;
 }
 
-bool TTestComponent::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-int TTestComponent::AddRef()
-{
-    return 1;
-}
-
-int TTestComponent::Release()
-{
-    return 1;
-}
-
-void TTestComponent::RequestData(const QVariant&, QVariant& out)
-{
-    out = {};
-}
-
 void TTestComponent::QueryCmd(const char* command, bool& accepted)
 {
     accepted = !CommandText(command).contains(QStringLiteral("refuse"));

@@ -12,7 +12,7 @@ class QLineEdit;
 // A component as packages make them, small enough to see through: it keeps the commands it gets and can be edited and
 // exported. A command with "error" in it is reported as an error, one with "throw" throws, one with "refuse" is
 // refused, "ask" asks, "inform" informs, "later" throws from the event loop, "modal" opens a dialog.
-class TTestComponent final : public QWidget, public ICmdTarget
+class TTestComponent final : public QWidget, public TCmdTarget
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget)
@@ -25,10 +25,6 @@ public:
     static void Register();
     static void Unregister();
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override;
-    int Release() override;
-    void RequestData(const QVariant& in, QVariant& out) override;
     void ExecuteCmd(const char* command, bool& handled) override;
     void QueryCmd(const char* command, bool& accepted) override;
 

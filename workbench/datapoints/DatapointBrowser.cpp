@@ -134,23 +134,6 @@ QMenu* TDatapointBrowser::MakeTypeMenu()
     return menu;
 }
 
-bool TDatapointBrowser::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-void TDatapointBrowser::RequestData(const QVariant&, QVariant& out)
-{
-    out = QVariant();
-}
-
-void TDatapointBrowser::QueryCmd(const char*, bool& accepted)
-{
-    accepted = true;
-}
-
 void TDatapointBrowser::ExecuteCmd(const char* command, bool& handled)
 {
     handled = true;

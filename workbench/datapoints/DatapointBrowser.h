@@ -17,7 +17,7 @@ class TDatapointView;
 // A pane that shows the datapoints of one kind in the active project, to look them up and to drag them into editors.
 // Driven like every component by a command text, whose path is the project's directory of datapoints. Owned by its
 // pane.
-class TDatapointBrowser final : public QWidget, public ICmdTarget
+class TDatapointBrowser final : public QWidget, public TCmdTarget
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget)
@@ -26,12 +26,7 @@ public:
     TDatapointBrowser(TDatapointKind kind, QWidget* parent);
     ~TDatapointBrowser() override;
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override { return ++m_references; }
-    int Release() override { return --m_references; }
-    void RequestData(const QVariant& in, QVariant& out) override;
     void ExecuteCmd(const char* command, bool& handled) override;
-    void QueryCmd(const char* command, bool& accepted) override;
 
     TDatapointStore& Store() { return m_store; }
     QTreeView* View() const;
@@ -83,7 +78,6 @@ private:
     QMenu* m_typeMenu = nullptr;
     QMenu* m_menu = nullptr;
     QString m_location; // as commanded, with its variables
-    int m_references = 0;
     bool m_listening = false;
 };
 

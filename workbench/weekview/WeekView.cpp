@@ -118,18 +118,6 @@ QAction* TWeekView::AddAction(const char* name, const QString& text, const QKeyS
     return action;
 }
 
-bool TWeekView::QueryInterface(const TGuid& iid, void** result)
-{
-    const bool known = iid == IID_IInterface || iid == IID_ICmdTarget;
-    *result = known ? static_cast<ICmdTarget*>(this) : nullptr;
-    return known;
-}
-
-void TWeekView::RequestData(const QVariant&, QVariant& out)
-{
-    out = QVariant();
-}
-
 void TWeekView::QueryCmd(const char* command, bool& accepted)
 {
     accepted = SameText(TURLName(CommandText(command)).GetScheme(), u"weekview");

@@ -20,7 +20,7 @@ struct TWeekPage;
 // A pane with a picture of the week of what is selected in the weekly schedule. It reads the schedule of another pane's
 // component and selects entries there; it changes nothing. Driven by command texts: `weekview://?pane=ID` names that
 // pane, `pdf=FILE` and `png=FILE` save the picture. Owned by its pane.
-class TWeekView final : public QWidget, public ICmdTarget, public IPaneClient
+class TWeekView final : public QWidget, public TCmdTarget, public IPaneClient
 {
     Q_OBJECT
     Q_INTERFACES(ICmdTarget IPaneClient)
@@ -31,10 +31,6 @@ public:
     explicit TWeekView(QWidget* parent);
     ~TWeekView() override;
 
-    bool QueryInterface(const TGuid& iid, void** result) override;
-    int AddRef() override { return ++m_references; }
-    int Release() override { return --m_references; }
-    void RequestData(const QVariant& in, QVariant& out) override;
     void ExecuteCmd(const char* command, bool& handled) override;
     void QueryCmd(const char* command, bool& accepted) override;
 
@@ -100,7 +96,6 @@ private:
     QPointer<QWidget> m_source;
     IWeekSchedule* m_schedule = nullptr; // of the source and only while that lives
     std::unique_ptr<QObject> m_listener; // ends listening to the source
-    int m_references = 0;
 };
 
 // Makes the view known as "TWeekView".
