@@ -18,8 +18,11 @@
 #include <libxslt/xsltInternals.h>
 #include <libxslt/xsltutils.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
+
+#include <unistd.h>
 
 namespace
 {
@@ -172,6 +175,15 @@ TRun RunStylesheet(const TMenuTransformation& transformation)
 }
 
 } // namespace
+
+std::size_t DefaultMenuMemory()
+{
+    constexpr auto Least = std::size_t{2} << 30;
+    const long pages = sysconf(_SC_PHYS_PAGES); // -1 where nobody knows
+    const auto machine =
+        static_cast<std::size_t>(std::max(pages, 0L)) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    return std::max(machine / 2, Least);
+}
 
 TTransformationOutcome TransformMenu(const TMenuTransformation& transformation)
 {

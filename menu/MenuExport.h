@@ -9,6 +9,9 @@
 // reads files below `ReadableRoots` and nothing else, writes nothing, never reaches the network, and is cut off when it
 // recurses or loops without end or takes too much memory.
 
+// Half of the machine's memory, and at least 2 GiB: a menu of 110,000 items takes one.
+std::size_t DefaultMenuMemory();
+
 // What one transformation reads and writes, in the platform's or the package's form.
 struct TMenuTransformation
 {
@@ -16,9 +19,8 @@ struct TMenuTransformation
     QString MenuPath;
     QString OutputPath;        // replaced as a whole; "stdout..." is the standard output
     QStringList ReadableRoots; // directories that the stylesheet may read besides itself
-    // What the documents, the stylesheet and all it makes may take together, in bytes. A menu of 110,000 items takes a
-    // fifth of this.
-    std::size_t MemoryLimit = std::size_t{1} << 30;
+    // What the documents, the stylesheet and all it makes may take together, in bytes.
+    std::size_t MemoryLimit = DefaultMenuMemory();
 };
 
 struct TTransformationOutcome
