@@ -104,7 +104,7 @@ bool TXmlMemoryLimit::Ask(std::size_t size)
     const std::size_t now = HeldBytes();
     const std::size_t held = now - std::min(now, m_before);
     const std::size_t left = m_limit - std::min(m_limit, held);
-    const bool fits = size <= left;
+    const bool fits = size < HugeBlock && size <= left;
     m_taken = 0;
     m_unasked = std::max(fits ? left - size : left, m_limit / SmallestShare);
     if (fits)

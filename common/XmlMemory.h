@@ -14,6 +14,10 @@
 class TXmlMemoryLimit
 {
 public:
+    // A block of this size passes every limit: the libraries count the length of texts in 32 bits, also of two of them
+    // together.
+    static constexpr std::size_t HugeBlock = std::size_t{1} << 29;
+
     explicit TXmlMemoryLimit(std::size_t bytes);
     ~TXmlMemoryLimit();
     TXmlMemoryLimit(const TXmlMemoryLimit&) = delete;
@@ -30,7 +34,7 @@ private:
     bool MayTake(std::size_t size)
     {
         m_taken += size + Overhead;
-        return m_taken <= m_unasked || Ask(size);
+        return (size < HugeBlock && m_taken <= m_unasked) || Ask(size);
     }
     bool Ask(std::size_t size);
 

@@ -65,6 +65,16 @@ TEST_F(XmlMemory, IsRefusedInLargeBlocksPastTheLimit)
     EXPECT_TRUE(m_limit->IsPassed());
 }
 
+TEST_F(XmlMemory, IsRefusedInBlocksWhoseLengthMayOverflow)
+{
+    m_limit.reset();
+    m_limit.emplace(TXmlMemoryLimit::HugeBlock * 4);
+    EXPECT_TRUE(Takes(TXmlMemoryLimit::HugeBlock - 1));
+    EXPECT_FALSE(m_limit->IsPassed());
+    EXPECT_FALSE(Takes(TXmlMemoryLimit::HugeBlock));
+    EXPECT_TRUE(m_limit->IsPassed());
+}
+
 TEST_F(XmlMemory, IsGivenInSmallBlocksAlsoPastTheLimit)
 {
     for (std::size_t i = 0; i <= Limit / MiB; ++i)

@@ -127,10 +127,7 @@
     </xsl:variable>
     <xsl:choose>
       <xsl:when test="$address != ''">
-        <a class="entry">
-          <xsl:attribute name="href">
-            <xsl:value-of select="$address"/>
-          </xsl:attribute>
+        <a class="entry" href="{$address}">
           <xsl:call-template name="name">
             <xsl:with-param name="caption" select="$caption"/>
             <xsl:with-param name="mark" select="$mark"/>
@@ -216,23 +213,44 @@
     </xsl:choose>
   </xsl:template>
 
-  <!-- The address behind a link, or nothing when following it would run a script. Browsers pass over line breaks and
-       tabs anywhere and over blanks in front; here, nothing that cannot be part of a scheme hides one. -->
+  <!-- The address behind a link, or nothing when following it would run a script. Most links have no colon, hence no
+       scheme to look at. -->
   <xsl:template name="address">
+    <xsl:param name="link"/>
+    <xsl:choose>
+      <xsl:when test="contains($link, ':')">
+        <xsl:call-template name="safe-address">
+          <xsl:with-param name="link" select="$link"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:when test="normalize-space($link) != ''">
+        <xsl:call-template name="from-root">
+          <xsl:with-param name="link" select="$link"/>
+        </xsl:call-template>
+      </xsl:when>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- Browsers pass over line breaks and tabs anywhere and over blanks in front; here, nothing that cannot be part of a
+       scheme hides one. -->
+  <xsl:template name="safe-address">
     <xsl:param name="link"/>
     <xsl:variable name="prefix" select="translate(substring-before($link, ':'), $capitals, $small-letters)"/>
     <xsl:variable name="scheme" select="translate($prefix, translate($prefix, $scheme-characters, ''), '')"/>
     <xsl:variable name="is-path" select="contains(translate($prefix, '?#', '//'), '/')"/>
-    <xsl:choose>
-      <xsl:when test="normalize-space($link) = ''"/>
-      <xsl:when test="not($is-path) and contains($unsafe-schemes, concat('|', $scheme, '|'))"/>
-      <xsl:when test="starts-with($link, '/') and not(starts-with($link, '//'))">
-        <xsl:value-of select="concat($root, translate($link, $link-control-codes, $characters))"/>
-      </xsl:when>
-      <xsl:otherwise>
-        <xsl:value-of select="translate($link, $link-control-codes, $characters)"/>
-      </xsl:otherwise>
-    </xsl:choose>
+    <xsl:if test="$is-path or not(contains($unsafe-schemes, concat('|', $scheme, '|')))">
+      <xsl:call-template name="from-root">
+        <xsl:with-param name="link" select="$link"/>
+      </xsl:call-template>
+    </xsl:if>
+  </xsl:template>
+
+  <xsl:template name="from-root">
+    <xsl:param name="link"/>
+    <xsl:if test="starts-with($link, '/') and not(starts-with($link, '//'))">
+      <xsl:value-of select="$root"/>
+    </xsl:if>
+    <xsl:value-of select="translate($link, $link-control-codes, $characters)"/>
   </xsl:template>
 
   <xsl:template name="hints">
