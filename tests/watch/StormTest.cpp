@@ -2,6 +2,7 @@
 #include "WatchFixture.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <algorithm>
 #include <atomic>
