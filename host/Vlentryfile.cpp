@@ -44,6 +44,8 @@ constexpr std::array Keys{
 
 const TKey* FindKey(QStringView name)
 {
+    while (name.startsWith(QChar::ByteOrderMark))
+        name = name.sliced(1);
     const auto* found = std::find_if(Keys.begin(), Keys.end(), [&](const TKey& key) {
         return name.compare(QLatin1StringView(key.Name), Qt::CaseInsensitive) == 0;
     });
@@ -58,12 +60,21 @@ const TKey* KeyOf(const QByteArray& line)
                                                         : FindKey(QString::fromUtf8(line.first(equals)).trimmed());
 }
 
+// Programs that join files leave more than one.
+QByteArray WithoutByteOrderMark(QByteArray text)
+{
+    while (text.startsWith("\xEF\xBB\xBF"))
+        text = text.sliced(3);
+    return text;
+}
+
 QString Decode(const QByteArray& text)
 {
     if (text.size() > LargestFile)
         throw TUserError(QStringLiteral("Sie ist größer als %1 KiB").arg(LargestFile / 1024));
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    QString decoded = decoder.decode(text);
+    // Stateless: nothing follows that could complete a character at the end.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString decoded = decoder.decode(WithoutByteOrderMark(text));
     if (decoder.hasError())
         throw TUserError(QStringLiteral("Sie ist kein Text in UTF-8"));
     const bool hasControls = std::any_of(decoded.begin(), decoded.end(), [](QChar c) {
@@ -191,6 +202,14 @@ QList<QByteArray> SplitLines(const QByteArray& text)
     return lines;
 }
 
+// A carriage return at the end of a file would become half of the line's end that is added.
+QByteArray WithoutReturns(QByteArray line)
+{
+    while (line.endsWith('\r'))
+        line.chop(1);
+    return line;
+}
+
 } // namespace
 
 TEntryRecord ParseEntry(const QByteArray& text)
@@ -207,8 +226,7 @@ TEntryRecord ParseEntry(const QByteArray& text)
 
 QByteArray FormatEntry(const TEntryRecord& record, const QByteArray& former)
 {
-    constexpr auto ByteOrderMark = "\xEF\xBB\xBF";
-    const QList<QByteArray> lines = SplitLines(former.startsWith(ByteOrderMark) ? former.mid(3) : former);
+    const QList<QByteArray> lines = SplitLines(WithoutByteOrderMark(former));
     const QByteArray end = former.contains("\r\n") ? "\r\n" : "\n";
     std::array<bool, 5> written{};
     QByteArray text;
@@ -221,7 +239,7 @@ QByteArray FormatEntry(const TEntryRecord& record, const QByteArray& former)
         if (const TKey* key = KeyOf(line))
             write(key->Field);
         else
-            text += line.endsWith('\n') ? line : line + end;
+            text += line.endsWith('\n') ? line : WithoutReturns(line) + end;
     }
     for (const TKey& key : Keys)
         write(key.Field);

@@ -99,6 +99,7 @@ TEST(EntryFile, DamageIsNamed)
     EXPECT_EQ(Fault("File=a\nAddress=b://\n"), QStringLiteral("Command, File und Address schließen einander aus"));
     EXPECT_EQ(Fault("File=a\nRemovable=vielleicht"), QStringLiteral("Removable ist weder yes noch no"));
     EXPECT_EQ(Fault("File=\xFF\n"), QStringLiteral("Sie ist kein Text in UTF-8"));
+    EXPECT_EQ(Fault("File=a\xEF"), QStringLiteral("Sie ist kein Text in UTF-8"));
     EXPECT_EQ(Fault(QByteArray("File=a\0b\n", 9)), QStringLiteral("Sie enthält Steuerzeichen"));
     EXPECT_EQ(Fault("File=\x1B[31mrot\n"), QStringLiteral("Sie enthält Steuerzeichen"));
     EXPECT_EQ(Fault("#" + QByteArray(0x10000, 'x')), QStringLiteral("Sie ist größer als 64 KiB"));
@@ -111,6 +112,20 @@ TEST(EntryFile, UnknownKeysCommentsOrderAndLineEndsAreKept)
     EXPECT_EQ(FormatEntry(Sample(), former),
               "# Von Hand\r\nZiel=Büro \xFF\r\nRemovable=no\r\nIcon=images/haus.png\r\n"
               "File=%PRJPATH%\\_menu\\menu.html\r\n\r\nCaption=Übersicht öffnen\r\nletzte\r\nCategory=Büro\r\n");
+}
+
+TEST(EntryFile, CarriageReturnsAtTheEndOfTheFileAreNoLineEnd)
+{
+    const TEntryRecord record{.Kind = TEntryKind::File, .Target = QStringLiteral("a")};
+    EXPECT_EQ(FormatEntry(record, "File=a\nMine=b\r\r"), "File=a\nMine=b\nRemovable=yes\n");
+}
+
+TEST(EntryFile, ByteOrderMarksOfJoinedFilesAreNoPartOfAKey)
+{
+    const QByteArray joined = "\xEF\xBB\xBF\xEF\xBB\xBFMine=b\n\xEF\xBB\xBF"
+                              "File=a\n";
+    EXPECT_EQ(ParseEntry(joined).Target, QStringLiteral("a"));
+    EXPECT_EQ(FormatEntry(ParseEntry(joined), joined), "Mine=b\nFile=a\nRemovable=yes\n");
 }
 
 TEST(EntryFile, DoubledKeysAreWrittenOnce)
