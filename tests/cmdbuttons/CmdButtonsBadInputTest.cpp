@@ -9,13 +9,33 @@
 #include <QLayout>
 
 #include <fstream>
+#include <functional>
 
 #include <unistd.h>
 
 namespace
 {
 
-using CmdButtonsBadInput = TBarTest;
+class CmdButtonsBadInput : public TBarTest
+{
+protected:
+    QString DefinitionFile() const { return m_project.Path(QStringLiteral("_buttons/__CmdButtons.def")); }
+
+    // Commands the bar where nobody may read the definition file. "1|" when the failure names that file, else "0|", and
+    // what `report` says after it.
+    QString ReportOfUnreadableDefinition(const std::function<QString()>& report)
+    {
+        WriteEntry(A);
+        WriteDefinition("_buttons/a.uri\r\n");
+        QFile::setPermissions(DefinitionFile(), QFile::Permissions());
+        QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
+        return RunInChild([&] {
+            GiveUpRights();
+            const QString outcome = OutcomeOf([this] { Execute(); });
+            return (outcome.contains(DefinitionFile()) ? QStringLiteral("1|") : QStringLiteral("0|")) + report();
+        });
+    }
+};
 
 } // namespace
 
@@ -75,22 +95,12 @@ TEST_F(CmdButtonsBadInput, BinaryFileAsDefinitionFileLoadsNothing)
 
 TEST_F(CmdButtonsBadInput, UnreadableDefinitionFileReachesTheHostAndTheBarStillFollowsTheProject)
 {
-    WriteEntry(A);
-    WriteDefinition("_buttons/a.uri\r\n");
-    const QString file = m_project.Path(QStringLiteral("_buttons/__CmdButtons.def"));
-    QFile::setPermissions(file, QFile::Permissions());
-    QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
-    EXPECT_EQ(RunInChild([&] {
-                  GiveUpRights();
-                  const QString outcome = OutcomeOf([this] { Execute(); });
-                  QFile::remove(file);
-                  UserManager()->OpenProject(m_project.Root());
-                  return QStringLiteral("%1|%2|%3")
-                      .arg(outcome.contains(file))
-                      .arg(Captions().size())
-                      .arg(m_messages.Errors.size());
-              }),
-              QStringLiteral("1|0|1"));
+    const QString report = ReportOfUnreadableDefinition([this] {
+        QFile::remove(DefinitionFile());
+        UserManager()->OpenProject(m_project.Root());
+        return QStringLiteral("%1|%2").arg(Captions().size()).arg(m_messages.Errors.size());
+    });
+    EXPECT_EQ(report, QStringLiteral("1|0|1"));
 }
 
 TEST_F(CmdButtonsBadInput, EntryThatNamesItselfLoadsAndIsRefusedWhenItRuns)
@@ -127,21 +137,13 @@ TEST_F(CmdButtonsBadInput, CaptionsOfAnyKindAreShownAsText)
 
 TEST_F(CmdButtonsBadInput, FailureWhileADefinitionFileIsReadLeavesNothingBehind)
 {
-    WriteEntry(A);
-    WriteDefinition("_buttons/a.uri\r\n");
-    const QString file = m_project.Path(QStringLiteral("_buttons/__CmdButtons.def"));
-    QFile::setPermissions(file, QFile::Permissions());
-    QFile::setPermissions(m_project.Root() + QStringLiteral("/.."), QFile::Permissions(0x7755));
-    EXPECT_EQ(RunInChild([&] {
-                  GiveUpRights();
-                  const QString outcome = OutcomeOf([this] { Execute(); });
-                  return QStringLiteral("%1|%2|%3|%4")
-                      .arg(outcome.contains(file))
-                      .arg(FolderManager().GetNewItemEvent() ? 1 : 0)
-                      .arg(Bar().widget()->layout()->isEnabled())
-                      .arg(Bar().widget()->isVisible());
-              }),
-              QStringLiteral("1|0|1|1"));
+    const QString report = ReportOfUnreadableDefinition([this] {
+        return QStringLiteral("%1|%2|%3")
+            .arg(FolderManager().GetNewItemEvent() ? 1 : 0)
+            .arg(Bar().widget()->layout()->isEnabled())
+            .arg(Bar().widget()->isVisible());
+    });
+    EXPECT_EQ(report, QStringLiteral("1|0|1|1"));
 }
 
 TEST_F(CmdButtonsBadInput, FailureWhileTheEntriesOfADefinitionFileAreReadLeavesNothingBehind)
