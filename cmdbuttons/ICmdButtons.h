@@ -89,6 +89,7 @@ private:
     bool CanRemove() const;
     // The button that the menu acts on: while it is open the one under the mouse, else the one with the focus.
     TCmdButton* MenuTarget() const;
+    TCmdButton* FocusedButton() const;
     void ForgetTarget();
 
     void ApplyItem(const QString& key, const QString& value);

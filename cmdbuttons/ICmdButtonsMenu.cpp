@@ -43,9 +43,15 @@ std::span<const TPopupRow<TICmdButtons>> TICmdButtons::PopupRows()
 
 TCmdButton* TICmdButtons::MenuTarget() const
 {
-    auto* button = m_target ? m_target->data() : qobject_cast<TCmdButton*>(widget()->focusWidget());
+    auto* button = m_target ? m_target->data() : FocusedButton();
     // One that has retired while its action was in use is still there, without its action.
     return button && button->Action() ? button : nullptr;
+}
+
+// The bar's, not the content's: that one remembers its button also when the bar itself has taken the focus.
+TCmdButton* TICmdButtons::FocusedButton() const
+{
+    return qobject_cast<TCmdButton*>(focusWidget());
 }
 
 bool TICmdButtons::CanRemove() const
@@ -64,14 +70,17 @@ void TICmdButtons::HandleContextPopup(QObject*, const QPoint& mousePosition, boo
 void TICmdButtons::contextMenuEvent(QContextMenuEvent* event)
 {
     QPoint place = event->pos();
-    // The menu key means the button with the focus, wherever the mouse is.
-    auto* focused = qobject_cast<TCmdButton*>(widget()->focusWidget());
-    if (event->reason() == QContextMenuEvent::Keyboard && focused) {
+    // The menu key means the button with the focus, wherever the mouse is, and none where the bar itself has it.
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    TCmdButton* focused = FocusedButton();
+    if (isByKey && focused) {
         ensureWidgetVisible(focused);
         place = focused->mapTo(viewport(), focused->rect().center());
     }
     bool handled = false;
     HandleContextPopup(this, place, handled);
+    if (isByKey && !focused)
+        m_target.emplace(nullptr);
     if (!handled)
         m_popupMenu->Open(viewport()->mapToGlobal(place));
 }

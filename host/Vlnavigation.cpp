@@ -59,10 +59,7 @@ TNavigation::TNavigation(const QString& file, const QString& category) : m_file(
     connect(this, &QAction::triggered, this, [this] { Guarded([this] { Execute(); }); });
 }
 
-TNavigation::~TNavigation()
-{
-    Detach();
-}
+TNavigation::~TNavigation() = default;
 
 TNavigationPtr TNavigation::Create(const QString& file, const QString& category)
 {

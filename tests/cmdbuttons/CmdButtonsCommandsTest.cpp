@@ -100,6 +100,15 @@ TEST_F(CmdButtonsCommands, CategoryOfTheCommandIsThatOfActionsWithoutTheirOwn)
     EXPECT_EQ(Button(B)->Action()->GetCategory(), QStringLiteral("Eigene"));
 }
 
+TEST_F(CmdButtonsCommands, CategoryOfTheCommandIsThatOfADefinitionFilesActions)
+{
+    WriteEntry(A);
+    WriteDefinition("_buttons/a.uri\r\n");
+    Execute("Velmora.CmdButtons.1://%PRJPATH%/_buttons?category=Büro");
+    EXPECT_EQ(Bar().GetCategory(), QStringLiteral("Büro"));
+    EXPECT_EQ(Button(A)->Action()->GetCategory(), QStringLiteral("Büro"));
+}
+
 TEST_F(CmdButtonsCommands, EntryWithoutAnyCategoryGetsTheBars)
 {
     Execute();

@@ -95,6 +95,21 @@ TEST_F(CmdButtonsPopup, VisibilityFollowsTheFocusForTheMenuKey)
     EXPECT_EQ(EntriesByKey(), QStringList({New, Properties}));
 }
 
+TEST_F(CmdButtonsPopup, MenuKeyMeansNoButtonWhenTheBarItselfHasTheFocus)
+{
+    Focus(Free);
+    Bar().setFocus();
+    // The toolkit sends the middle of the bar, where a button may be.
+    const QPoint onButton = Button(Free)->mapTo(&Bar(), Button(Free)->rect().center());
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, onButton, Bar().mapToGlobal(onButton));
+    QApplication::sendEvent(&Bar(), &event);
+    EXPECT_EQ(VisibleEntries(), QStringList{New});
+    Bar().PopupMenu()->hide();
+    QApplication::processEvents();
+    Bar().UpdateActions();
+    EXPECT_EQ(VisibleEntries(), QStringList{New});
+}
+
 TEST_F(CmdButtonsPopup, VisibilityInTheHostsMenuFollowsTheFocus)
 {
     Bar().UpdateActions();
