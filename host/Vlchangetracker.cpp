@@ -30,13 +30,16 @@ void TChangeTracker::Tell(TShellChangeKind kind, const std::string& path, const 
 
 bool TChangeTracker::IsOutstanding() const
 {
+    // Without the root there is nothing to look at.
+    if (m_isRootGone)
+        return m_mustResync || m_mustCheckRoot;
     return m_mustResync || m_mustCheckRoot || !m_unsure.empty() || !m_moves.empty() || !m_waiting.empty();
 }
 
 void TChangeTracker::Settle(bool isFinal)
 {
     const auto now = TClock::now();
-    const bool isPause = now - m_lastEvent >= Pause;
+    const bool isPause = m_position == m_buffer.size() && now - m_lastEvent >= Pause;
     if (!isFinal && !isPause && now - m_outstandingSince < Patience)
         return;
     m_outstandingSince = now;

@@ -192,6 +192,9 @@ void TChangeTracker::Bind(TFileNode& folder, int descriptor)
     }
     if (m_isScanOnly)
         return;
+    // Notifications that are older than this reading may move the node to where another folder is.
+    if (!isSame && !m_isBaseline)
+        MarkUnsure(&folder);
     if (state.Watch >= 0 && !isSame) {
         m_watched.erase(state.Watch);
         m_inotify.Remove(state.Watch);
@@ -204,7 +207,7 @@ void TChangeTracker::Bind(TFileNode& folder, int descriptor)
     // Asked for also where there is one: a new folder can have the inode number of a removed one, and that its watch
     // has ended may be among the notifications that were lost.
     const int former = state.Watch;
-    state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask);
+    state.Watch = m_inotify.Add(descriptor, &folder == &m_root ? RootMask : FolderMask, former >= 0);
     if (former >= 0 && former != state.Watch)
         m_watched.erase(former);
     if (state.Watch < 0)
@@ -227,6 +230,7 @@ bool TChangeTracker::TakeWatch(TFileNode& folder, const struct stat& status)
             return false;
         }
         owner->Folder->Watch = -1;
+        MarkUnsure(owner); // wherever it is by then
         MarkUnsure(owner->Parent);
     }
     owner = &folder;

@@ -114,9 +114,10 @@ void TChangeTracker::ItemArrived(TFileNode& folder, std::string_view name, bool 
         RemoveBranch(*known);
         known = nullptr;
     }
-    if (known && known->Folder)
+    // What leaves the name again, in an exchange with a place that is not watched, is not what arrived.
+    if (known)
         MarkUnsure(&folder);
-    else
+    if (!known || !known->Folder)
         Await(known ? *known : *folder.Add(name, TFileKind::Item), isClosed);
 }
 
@@ -204,6 +205,7 @@ bool TChangeTracker::IsSameFolder(const TFileNode& first, const TFileNode& secon
 // updates what it replaces when its time to be told comes.
 void TChangeTracker::Move(TFileNode& source, TFileNode& folder, std::string_view name)
 {
+    const bool wasTold = source.IsTold;
     bool replacesTold = false;
     if (TFileNode* target = folder.Find(name)) {
         replacesTold = target->IsTold;
@@ -221,8 +223,9 @@ void TChangeTracker::Move(TFileNode& source, TFileNode& folder, std::string_view
         Tell(scItemDeleted, source.Path());
     else
         source.IsTold = replacesTold;
-    // What is not told yet may be another thing than it was when it was last looked at.
-    if (!source.Folder && !source.IsTold)
+    // What is not told yet may be another thing than it was when it was last looked at. What replaces is told as an
+    // update.
+    if (!source.Folder && (!source.IsTold || (!wasTold && source.Waiting < 0)))
         Await(source, true);
 }
 

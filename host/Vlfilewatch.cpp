@@ -107,8 +107,10 @@ void TFileWatch::HandleReadable()
 void TFileWatch::HandleSettle()
 {
     Guarded([this] {
-        if (m_tracker && !m_tracker->Process(Slice))
+        if (m_tracker) {
+            m_tracker->Process(Slice);
             m_tracker->Settle(false);
+        }
         Continue();
     });
 }

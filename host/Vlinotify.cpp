@@ -24,11 +24,11 @@ TInotify::~TInotify()
         close(m_descriptor);
 }
 
-int TInotify::Add(int folder, uint32_t mask)
+int TInotify::Add(int folder, uint32_t mask, bool isWatched)
 {
     // Through the descriptor, so that the folder that is watched is the one that is read, whatever its name says now.
     const std::string path = "/proc/self/fd/" + std::to_string(folder);
-    if (m_maxWatches > 0 && m_count >= m_maxWatches) {
+    if (!isWatched && m_maxWatches > 0 && m_count >= m_maxWatches) {
         errno = ENOSPC;
         return -1;
     }

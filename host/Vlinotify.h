@@ -28,8 +28,8 @@ public:
     int Descriptor() const { return m_descriptor; }
 
     // Watches the folder behind an open descriptor. The number of the watch, the same one for a folder that is watched
-    // already; -1 with errno set (ENOSPC: no more watches) on failure.
-    int Add(int folder, uint32_t mask);
+    // already, as `isWatched` says it may be; -1 with errno set (ENOSPC: no more watches) on failure.
+    int Add(int folder, uint32_t mask, bool isWatched);
     void Remove(int watch);
     // To be called for each watch that the system has ended by itself.
     void Ended() { --m_count; }

@@ -2,11 +2,25 @@
 
 #include <QTest>
 
+#include <cstdio>
 #include <filesystem>
+
+#include <fcntl.h>
 
 namespace fs = std::filesystem;
 
 using FileWatchLimitsTest = FileWatchTest;
+
+namespace
+{
+
+// Both names change places at once.
+bool Exchange(const std::string& first, const std::string& second)
+{
+    return renameat2(AT_FDCWD, first.c_str(), AT_FDCWD, second.c_str(), RENAME_EXCHANGE) == 0;
+}
+
+} // namespace
 
 TEST_F(FileWatchLimitsTest, ComparesWhatItMayNotWatchAndSaysSoOnce)
 {
@@ -57,6 +71,44 @@ TEST_F(FileWatchLimitsTest, AFolderThatReplacedAnotherWhileNotificationsWereLost
     Told();
     Write("a/neu", "1");
     EXPECT_EQ(Told(), Lines({"NEW a/neu"}));
+}
+
+TEST_F(FileWatchLimitsTest, AFolderThatTookTheNameOfOneThatWasNeverSeenIsWatched)
+{
+    MakeFolder("q/s");
+    MakeFolder("q/t");
+    MakeFolder("p");
+    Start();
+    MakeFolder("p/x");
+    Remove("p/x");
+    Rename("q/s", "p/x");
+    MakeFolder("p/y");
+    Rename("p/y", "p/z");
+    Rename("q/t", "p/y");
+    Told();
+    for (const char* file : {"p/x/neu", "p/y/neu", "p/z/neu"})
+        Write(file, "1");
+    EXPECT_EQ(Told(), Lines({"NEW p/x/neu", "NEW p/y/neu", "NEW p/z/neu"}));
+    EXPECT_EQ(Differences(), "");
+}
+
+TEST_F(FileWatchLimitsTest, AnExchangeWithAPlaceOutsideIsAnUpdate)
+{
+    Write("b", "1");
+    WriteAll(QString::fromStdString(m_root + "-aussen"), "2");
+    Start();
+    ASSERT_TRUE(Exchange(m_root + "-aussen", Path("b")));
+    EXPECT_EQ(Differences(), "");
+}
+
+TEST_F(FileWatchLimitsTest, AnExchangeWithAPlaceThatIsNotWatchedYetIsAnUpdate)
+{
+    Write("b", "1");
+    Start();
+    MakeFolder("x");
+    Write("x/a", "2");
+    ASSERT_TRUE(Exchange(Path("x/a"), Path("b")));
+    EXPECT_EQ(Differences(), "");
 }
 
 TEST_F(FileWatchLimitsTest, TellsTheSameByComparingOnly)
