@@ -258,14 +258,16 @@ bool TChangeTracker::List(const TFileNode& folder, DIR* directory, std::vector<T
         {};
         if (name == "." || name == ".." || IsIgnored(folder, name))
             continue;
-        if (fstatat(dirfd(directory), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        // A folder is asked when it is read itself; until then its inode number does.
+        const bool isFolder = raw->d_type == DT_DIR;
+        if (!isFolder && fstatat(dirfd(directory), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
             if (errno == ENOENT)
                 continue;
             return false;
         }
         TListed entry{.Name = std::string(name),
-                      .Stamp = TFileStamp::Of(status),
-                      .Kind = KindOf(status),
+                      .Stamp = isFolder ? TFileStamp{.Inode = raw->d_ino} : TFileStamp::Of(status),
+                      .Kind = isFolder ? TFileKind::Folder : KindOf(status),
                       .Node = folder.Find(name)};
         if (entry.Node && (entry.Kind == TFileKind::Folder) != (entry.Node->Folder != nullptr))
             entry.Node = nullptr;
