@@ -146,8 +146,7 @@ int Save(xmlDocPtr result, xsltStylesheetPtr style, const QString& outputPath)
     return code;
 }
 
-// What one run has made; the stylesheet says how the result is written. Freed in the opposite order, the latest first,
-// which is what the allocator is quickest with.
+// What one run has made; the stylesheet says how the result is written. Freed in the opposite order, the latest first.
 struct TRun
 {
     TXmlPointer<xsltStylesheet> Style;

@@ -70,6 +70,12 @@ protected:
 
 } // namespace
 
+TEST(MenuMemory, IsEnoughForALargeMenuOnEveryMachine)
+{
+    EXPECT_GE(DefaultMenuMemory(), std::size_t{2} << 30);
+    EXPECT_EQ(TMenuTransformation().MemoryLimit, DefaultMenuMemory());
+}
+
 TEST_F(MenuTransformationMemory, EndsTheDoublingOfAText)
 {
     ExpectTooMuch(Growing("concat($s, $s)"));
