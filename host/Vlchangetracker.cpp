@@ -1,7 +1,5 @@
 #include "Vlchangetracker.h"
 
-#include <algorithm>
-
 #include <fcntl.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
@@ -63,15 +61,14 @@ void TChangeTracker::MarkUnsure(TFileNode* folder, bool isDeep)
 void TChangeTracker::ResolveMoves(bool isFinal)
 {
     const auto now = TClock::now();
-    std::vector<TFileNode*> gone;
+    std::vector<uint32_t> gone;
     for (const auto& [cookie, move] : m_moves) {
         if (isFinal || now - move.Since >= PairGap)
-            gone.push_back(move.Node);
+            gone.push_back(cookie);
     }
     // Removing one may remove another one below it, which then has left m_moves too.
-    for (TFileNode* node : gone) {
-        const auto isIt = [node](const auto& entry) { return entry.second.Node == node; };
-        if (std::any_of(m_moves.begin(), m_moves.end(), isIt))
+    for (const uint32_t cookie : gone) {
+        if (TFileNode* node = TakeMove(cookie).Node)
             RemoveBranch(*node);
     }
 }
